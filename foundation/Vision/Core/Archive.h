@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <istream>
+#include <ostream>
+#include <string>
+
+#include <cereal/archives/portable_binary.hpp>
+#include <cereal/cereal.hpp>
+#include <cereal/types/base_class.hpp>
+#include <cereal/types/memory.hpp>
+#include <cereal/types/polymorphic.hpp>
+#include <cereal/types/string.hpp>
+#include <cereal/types/vector.hpp>
+
+#include "Vision/Core/Object.h"
+
+namespace Tavrin::Vision {
+
+// Bits of the options word that serialisers read from the archive they are given.
+enum SerializerOptionsConstants : std::uint32_t {
+    SerializerOptionsConstants_None = 0,
+    SerializerOptionsConstants_LastRunData = 0x1,
+    SerializerOptionsConstants_CurrentInputImage = 0x100,
+};
+
+class VisionArchiveWithOptions {
+public:
+    explicit VisionArchiveWithOptions(SerializerOptionsConstants options) : options_(options) {}
+    virtual ~VisionArchiveWithOptions() = default;
+    SerializerOptionsConstants Options() const { return options_; }
+
+private:
+    SerializerOptionsConstants options_;
+};
+
+class VisionBinaryOutputArchive : public cereal::PortableBinaryOutputArchive,
+                                  public VisionArchiveWithOptions {
+public:
+    VisionBinaryOutputArchive(std::basic_ostream<char>& stream, SerializerOptionsConstants options)
+        : cereal::PortableBinaryOutputArchive(stream)
+        , VisionArchiveWithOptions(options) {}
+};
+
+class VisionBinaryInputArchive : public cereal::PortableBinaryInputArchive,
+                                 public VisionArchiveWithOptions {
+public:
+    VisionBinaryInputArchive(std::basic_istream<char>& stream, SerializerOptionsConstants options)
+        : cereal::PortableBinaryInputArchive(stream)
+        , VisionArchiveWithOptions(options) {}
+};
+
+// The options of the archive a serialiser was given; any other archive throws std::bad_cast.
+template <class Archive> SerializerOptionsConstants ArchiveOptions(Archive& archive) {
+    return dynamic_cast<VisionArchiveWithOptions&>(archive).Options();
+}
+
+// Throws SerializationException when the archive holds a version this build cannot read.
+void CheckSerializationVersionMismatch(unsigned int archived, unsigned int current,
+                                       std::string const& where);
+
+namespace Implementation {
+// The version check at the top of every serialize; only loading checks.
+template <class Archive>
+void CheckLoadedVersion(unsigned int archived, unsigned int current, char const* where) {
+    if constexpr (Archive::is_loading::value)
+        CheckSerializationVersionMismatch(archived, current, where);
+}
+} // namespace Implementation
+
+} // namespace Tavrin::Vision
+
+// Instantiates a class's serialize member for the two archives the framework uses.
+#define TAVRIN_INSTANTIATE_SERIALIZE(Class)                                                        \
+    template void Class::serialize<cereal::PortableBinaryOutputArchive>(                           \
+        cereal::PortableBinaryOutputArchive&, unsigned int);                                       \
+    template void Class::serialize<cereal::PortableBinaryInputArchive>(                            \
+        cereal::PortableBinaryInputArchive&, unsigned int);
+
+// Declares an archived shareable class: its version, and ShareableBase as the owner of its
+// enable_shared_from_this state, which cereal would otherwise look for in the class that the
+// typed shared_from_this pair names.
+#define TAVRIN_ARCHIVED_CLASS(Class, Version)                                                      \
+    CEREAL_CLASS_VERSION(Class, Version)                                                           \
+    namespace cereal::traits {                                                                     \
+    template <> struct get_shared_from_this_base<Class> {                                          \
+        using type = ::Tavrin::Vision::ShareableBase;                                              \
+    };                                                                                             \
+    }

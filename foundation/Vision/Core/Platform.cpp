@@ -1,0 +1,116 @@
+#include "Vision/Core/Platform.h"
+
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <mutex>
+#include <random>
+#include <utility>
+#include <vector>
+
+namespace {
+
+struct ShutdownCallback {
+    void (*callback)(void*);
+    void* context;
+};
+
+struct ShutdownRegistry {
+    std::mutex mutex;
+    std::vector<ShutdownCallback> callbacks;
+    bool atExitInstalled = false;
+};
+
+ShutdownRegistry& Registry() {
+    static ShutdownRegistry registry;
+    return registry;
+}
+
+void RunShutdownAtExit() { tsys_shutdown_runEarly(); }
+
+void AppendUtf8(std::string& out, char32_t c) {
+    if (c < 0x80) {
+        out += static_cast<char>(c);
+    } else if (c < 0x800) {
+        out += static_cast<char>(0xC0 | (c >> 6));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    } else if (c < 0x10000) {
+        out += static_cast<char>(0xE0 | (c >> 12));
+        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    } else {
+        out += static_cast<char>(0xF0 | (c >> 18));
+        out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (c & 0x3F));
+    }
+}
+
+} // namespace
+
+extern "C" {
+
+int tsys_loadLibrary(wchar_t const* fileName, void** handle) {
+    std::string const narrow = Tavrin::Vision::Private::NarrowText(fileName);
+    *handle = dlopen(narrow.c_str(), RTLD_NOW | RTLD_LOCAL);
+    return *handle ? 0 : -1;
+}
+
+int tsys_getProcAddress(void* handle, char const* symbol, void** address) {
+    *address = dlsym(handle, symbol);
+    return *address ? 0 : -1;
+}
+
+int tsys_shutdown_registerEarly(void (*callback)(void*), void* context) {
+    ShutdownRegistry& registry = Registry();
+    std::lock_guard<std::mutex> lock(registry.mutex);
+    // The registry was constructed first, so it outlives this handler at exit.
+    if (!registry.atExitInstalled) {
+        if (std::atexit(RunShutdownAtExit) != 0)
+            return -1;
+        registry.atExitInstalled = true;
+    }
+    registry.callbacks.push_back({callback, context});
+    return 0;
+}
+
+void tsys_shutdown_runEarly() {
+    ShutdownRegistry& registry = Registry();
+    std::vector<ShutdownCallback> callbacks;
+    {
+        std::lock_guard<std::mutex> lock(registry.mutex);
+        callbacks.swap(registry.callbacks);
+    }
+    for (ShutdownCallback const& entry : callbacks)
+        entry.callback(entry.context);
+}
+}
+
+namespace Tavrin::Vision::Private {
+
+std::string PalUtils::NewGuid() {
+    thread_local std::mt19937_64 generator{std::random_device{}()};
+    std::uniform_int_distribution<unsigned> byte(0, 255);
+    unsigned char bytes[16];
+    for (unsigned char& b : bytes)
+        b = static_cast<unsigned char>(byte(generator));
+    bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40);
+    bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3F) | 0x80);
+    char text[37];
+    std::snprintf(text, sizeof text,
+                  "%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x", bytes[0],
+                  bytes[1], bytes[2], bytes[3], bytes[4], bytes[5], bytes[6], bytes[7], bytes[8],
+                  bytes[9], bytes[10], bytes[11], bytes[12], bytes[13], bytes[14], bytes[15]);
+    return text;
+}
+
+std::string NarrowText(std::wstring const& text) {
+    std::string out;
+    out.reserve(text.size());
+    for (wchar_t c : text)
+        AppendUtf8(out, static_cast<char32_t>(c));
+    return out;
+}
+
+} // namespace Tavrin::Vision::Private

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Installs every Debian package the project needs. Idempotent; run as root.
+set -euo pipefail
+
+packages=(
+    build-essential cmake pkg-config
+    librttr-dev libcereal-dev libtinyxml2-dev libboost-dev
+    libgtest-dev libgmock-dev libbenchmark-dev
+    libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev
+)
+
+missing=()
+for package in "${packages[@]}"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" ||
+        missing+=("$package")
+done
+
+if [ ${#missing[@]} -gt 0 ]; then
+    if [ "$(id -u)" -ne 0 ]; then
+        echo "setup: run as root to install: ${missing[*]}" >&2
+        exit 1
+    fi
+    export DEBIAN_FRONTEND=noninteractive
+    apt-get update -qq
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+fi

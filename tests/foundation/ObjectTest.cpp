@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include <Vision/Foundation.h>
+
+namespace {
+
+using Tavrin::Brnt::CreateObject;
+using Tavrin::Vision::ChangedEventArgsPtr;
+using Tavrin::Vision::ChangedEventShareableBase;
+
+class Counter : public ChangedEventShareableBase {
+public:
+    static const long long SfValue = ChangedEventShareableBase::sfNextSf_;
+    static const long long SfOther = SfValue << 1;
+
+    explicit Counter(ObjectCreateAccessToken const&) {}
+    TAVRIN_SHARED_FROM_THIS(Counter)
+
+    void FinalConstruct() { finalConstructSawOwner = static_cast<bool>(weak_from_this().lock()); }
+    void Raise(long long bits) { OnChanged_(bits); }
+
+    bool finalConstructSawOwner = false;
+};
+
+class Receiver {
+public:
+    void OnChanged(ChangedEventArgsPtr const& args) { received.push_back(args->ChangedBits()); }
+    std::vector<long long> received;
+};
+
+TEST(CreateObject, RunsFinalConstructOnceOwned) {
+    auto counter = CreateObject<Counter>();
+    EXPECT_TRUE(counter->finalConstructSawOwner);
+    std::shared_ptr<Counter> typed = counter->shared_from_this();
+    EXPECT_EQ(typed.get(), counter.get());
+}
+
+TEST(ChangedEvent, SuspensionGathersBitsIntoOneEventAtLastResume) {
+    auto counter = CreateObject<Counter>();
+    auto receiver = std::make_shared<Receiver>();
+    Tavrin::Brnt::ScopedConnection connection =
+        counter->ChangedEvent().Connect(receiver, &Receiver::OnChanged);
+
+    counter->SuspendChangedEvent();
+    counter->SuspendChangedEvent();
+    counter->Raise(Counter::SfValue);
+    counter->ResumeAndRaiseChangedEvent();
+    counter->Raise(Counter::SfOther);
+    EXPECT_TRUE(receiver->received.empty());
+    EXPECT_EQ(counter->ChangedEventSuspended(), 1);
+
+    counter->ResumeAndRaiseChangedEvent();
+    ASSERT_EQ(receiver->received.size(), 1u);
+    EXPECT_EQ(receiver->received[0], Counter::SfValue | Counter::SfOther);
+
+    counter->ResumeAndRaiseChangedEvent();
+    EXPECT_EQ(counter->ChangedEventSuspended(), 0);
+    EXPECT_EQ(receiver->received.size(), 1u);
+}
+
+TEST(Event, DeadReceiverIsSkippedAndItsSlotDropped) {
+    Tavrin::Brnt::Event<int, int> event;
+    std::vector<int> order;
+    struct Sink {
+        std::vector<int>* order;
+        int tag;
+        void On(int, int) { order->push_back(tag); }
+    };
+    auto first = std::make_shared<Sink>(Sink{&order, 1});
+    auto second = std::make_shared<Sink>(Sink{&order, 2});
+    event.Connect(first, &Sink::On);
+    event.Connect(second, &Sink::On);
+    event.Connect([&order](int a, int b) { order.push_back(a + b); });
+
+    event.Raise(1, 2);
+    EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
+
+    first.reset();
+    order.clear();
+    event.Raise(1, 2);
+    EXPECT_EQ(order, (std::vector<int>{2, 3}));
+    EXPECT_EQ(event.SlotCount(), 2u);
+}
+
+TEST(Event, ScopedConnectionDisconnectsWhenDropped) {
+    Tavrin::Brnt::Event<> event;
+    int calls = 0;
+    {
+        Tavrin::Brnt::ScopedConnection connection = event.Connect([&calls] { ++calls; });
+        event.Raise();
+    }
+    event.Raise();
+    EXPECT_EQ(calls, 1);
+}
+
+} // namespace
