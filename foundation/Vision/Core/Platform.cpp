@@ -12,7 +12,7 @@
 namespace {
 
 struct ShutdownCallback {
-    void (*callback)(void*);
+    long (*callback)(void*);
     void* context;
 };
 
@@ -62,7 +62,7 @@ int tsys_getProcAddress(void* handle, char const* symbol, void** address) {
     return *address ? 0 : -1;
 }
 
-int tsys_shutdown_registerEarly(void (*callback)(void*), void* context) {
+int tsys_shutdown_registerEarly(long (*callback)(void*), void* context) {
     ShutdownRegistry& registry = Registry();
     std::lock_guard<std::mutex> lock(registry.mutex);
     // The registry was constructed first, so it outlives this handler at exit.

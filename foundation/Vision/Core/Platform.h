@@ -8,7 +8,7 @@ int tsys_loadLibrary(wchar_t const* fileName, void** handle);
 int tsys_getProcAddress(void* handle, char const* symbol, void** address);
 // Keeps the callback and its context; each runs once at normal process exit, before the
 // libraries' static objects are destroyed.
-int tsys_shutdown_registerEarly(void (*callback)(void*), void* context);
+int tsys_shutdown_registerEarly(long (*callback)(void*), void* context);
 // Runs the registered callbacks now, in registration order, and forgets them.
 void tsys_shutdown_runEarly();
 }
