@@ -1,0 +1,126 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_map>
+
+#include <Vision/Core/Object.h>
+
+#include "engine/EngineRecords.h"
+
+namespace tinyxml2 {
+class XMLElement;
+}
+
+namespace Tavrin::Vision {
+class Vect2;
+}
+
+namespace Tavrin::Vision::DeepLearning {
+
+class DLWorkspace;
+class DLStream;
+class DLOperator;
+class DLToolRuntimeParams;
+class DLStreamReadOnlyCollection;
+class DLToolRuntimeParamsReadOnlyCollection;
+class DLBlueModelReadOnlyCollection;
+enum class DeepLearningExceptionCodes : int;
+
+namespace Private {
+
+class EngineFunctionTable;
+
+// The engine failure message: the fixed prefix, ": ", and the engine's text for the status,
+// read through the given buffer.
+std::string FormatEngineError(int status, char const* prefix, EngineBuffer& buffer);
+
+// The access object's engine buffer and, behind it, the last value written per parameter key.
+struct EngineAccessBuffer {
+    EngineBuffer buffer{};
+    std::unordered_map<std::string, std::string> ParameterCache;
+};
+
+// The one object through which the engine is reached. Engine calls are serialised on the
+// recursive access lock; the instance mutex guards creation and the engine's start.
+class DeepLearningAccess : public ShareableBase {
+public:
+    static std::shared_ptr<DeepLearningAccess> Instance();
+
+    static std::shared_ptr<DLToolRuntimeParams> FindTool(DLStream const& stream, char const* id);
+    static std::shared_ptr<DLToolRuntimeParams> FindTool(DLWorkspace const& workspace,
+                                                         char const* id);
+    static std::shared_ptr<DLToolRuntimeParams>
+    FindToolRecursively(std::shared_ptr<DLToolRuntimeParams> const& tool, char const* id);
+
+    static std::shared_ptr<DLWorkspace> GetWorkspace(std::string const& id);
+    static std::shared_ptr<DLWorkspace> GetWorkspace(DLWorkspace const& workspace);
+
+    // Two reals joined by the delimiter; without the delimiter both come from the whole text.
+    static std::shared_ptr<Vect2> ParseVector2(std::string const& text,
+                                               std::string const& delimiter);
+
+    explicit DeepLearningAccess(ObjectCreateAccessToken const&);
+    ~DeepLearningAccess() override;
+
+private:
+    friend class DLWorkspace;
+    friend class DLStream;
+    friend class DLOperator;
+    friend class DLToolRuntimeParams;
+    friend class DLFocusedModeRedToolRuntimeParams;
+    friend class DLHdmRedToolRuntimeParams;
+    friend class DLQuickRedToolRuntimeParams;
+    friend class DLFocusedModeGreenToolRuntimeParams;
+    friend class DLHdmGreenToolRuntimeParams;
+    friend class DLQuickGreenToolRuntimeParams;
+    friend class DLBlueToolRuntimeParams;
+    friend class DLBlueReadToolRuntimeParams;
+    friend class DLBlueModel;
+    friend class DLBlueNodeModel;
+    friend class DLBlueLayoutModel;
+    friend class DLBlueStringModel;
+    friend class DLBlueRegexModel;
+    // Test-only peer; defined by the tests alone.
+    friend class DeepLearningAccessTestPeer;
+
+    // Turns a failed status into a DeepLearningException with the engine's text behind the
+    // prefix; the one way a call site reports an engine failure.
+    void ThrowIfFailed(int status, DeepLearningExceptionCodes code, char const* prefix);
+    std::string FormatEngineError(int status, char const* prefix);
+
+    void InitBuffer();
+    void InitKelo();
+    void DeinitKelo();
+    static long Disconnect(void*);
+    static void SubscribeOnShutdown(DLOperator* op);
+    static void UnsubscribeOnShutDown(DLOperator* op);
+    static long OperatorShutdownHook(void* op);
+
+    char const* GetParameter(std::shared_ptr<DLToolRuntimeParams> const& tool, char const* path);
+    void SetParameter(std::shared_ptr<DLToolRuntimeParams> const& tool, char const* path,
+                      char const* value);
+    void ApplyRuntimeParametersRecursively(std::shared_ptr<DLToolRuntimeParams> const& tool);
+
+    std::shared_ptr<DLStreamReadOnlyCollection>
+    LoadStreams(std::shared_ptr<DLWorkspace> const& workspace);
+    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection>
+    LoadTools(std::shared_ptr<DLStream> const& stream);
+    std::shared_ptr<DLBlueModelReadOnlyCollection>
+    LoadModels(std::shared_ptr<DLToolRuntimeParams> const& tool);
+    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection>
+    CreateDLToolRuntimeParamsReadOnlyCollection(tinyxml2::XMLElement const& first,
+                                                std::shared_ptr<DLStream> stream);
+
+    std::shared_ptr<DLWorkspace> OpenWorkspace(std::string const& path);
+    void CloseWorkspace(DLWorkspace const& workspace);
+    std::shared_ptr<DLWorkspace> Clone(std::shared_ptr<DLWorkspace> const& master);
+    std::shared_ptr<DLWorkspace> LoadWorkspace(std::string const& path, std::string id);
+
+    std::shared_ptr<EngineAccessBuffer> accessBuffer_;
+    std::recursive_mutex accessLock_;
+};
+
+} // namespace Private
+} // namespace Tavrin::Vision::DeepLearning
