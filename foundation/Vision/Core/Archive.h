@@ -4,6 +4,7 @@
 #include <istream>
 #include <ostream>
 #include <string>
+#include <typeindex>
 
 #include <cereal/archives/portable_binary.hpp>
 #include <cereal/cereal.hpp>
@@ -26,7 +27,8 @@ enum SerializerOptionsConstants : std::uint32_t {
 
 class VisionArchiveWithOptions {
 public:
-    explicit VisionArchiveWithOptions(SerializerOptionsConstants options) : options_(options) {}
+    explicit VisionArchiveWithOptions(SerializerOptionsConstants options)
+        : options_(options) {}
     virtual ~VisionArchiveWithOptions() = default;
     SerializerOptionsConstants Options() const { return options_; }
 
@@ -84,6 +86,30 @@ void CheckLoadedVersion(unsigned int archived, unsigned int current, char const*
     CEREAL_CLASS_VERSION(Class, Version)                                                           \
     namespace cereal::traits {                                                                     \
     template <> struct get_shared_from_this_base<Class> {                                          \
+        using type = ::Tavrin::Vision::ShareableBase;                                              \
+    };                                                                                             \
+    }
+
+#define TAVRIN_EXPAND_PARAMETERS(...) __VA_ARGS__
+
+// TAVRIN_ARCHIVED_CLASS for every instance of a class template at once, through partial
+// specialisations; used once, at global scope, beside the template. The template's parameter
+// list comes in parentheses, then the version, then the specialised form, which may hold commas:
+//   TAVRIN_ARCHIVED_TEMPLATE((class K, class V), 1, Tavrin::Vision::Implementation::Keyed<K, V>)
+#define TAVRIN_ARCHIVED_TEMPLATE(TemplateParameters, VersionNumber, ...)                           \
+    namespace cereal::detail {                                                                     \
+    template <TAVRIN_EXPAND_PARAMETERS TemplateParameters> struct Version<__VA_ARGS__> {           \
+        static std::uint32_t registerVersion() {                                                   \
+            StaticObject<Versions>::getInstance().mapping.emplace(                                 \
+                std::type_index(typeid(__VA_ARGS__)).hash_code(), VersionNumber);                  \
+            return VersionNumber;                                                                  \
+        }                                                                                          \
+        static inline const std::uint32_t version = registerVersion();                             \
+    };                                                                                             \
+    }                                                                                              \
+    namespace cereal::traits {                                                                     \
+    template <TAVRIN_EXPAND_PARAMETERS TemplateParameters>                                         \
+    struct get_shared_from_this_base<__VA_ARGS__> {                                                \
         using type = ::Tavrin::Vision::ShareableBase;                                              \
     };                                                                                             \
     }

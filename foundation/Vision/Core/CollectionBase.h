@@ -5,48 +5,8 @@
 
 #include "Vision/Core/Archive.h"
 #include "Vision/Core/ChangedEvent.h"
+#include "Vision/Core/CollectionInterfaces.h"
 #include "Vision/Core/Exceptions.h"
-
-namespace Tavrin::Brnt {
-
-class ICountable {
-public:
-    virtual ~ICountable() = default;
-    virtual int Count() const = 0;
-};
-
-template <class T> class IReadOnlyCollection : public virtual ICountable {
-public:
-    virtual T Item(int index) = 0;
-};
-
-template <class T> class ICollectionEvents {
-public:
-    virtual ~ICollectionEvents() = default;
-    virtual Event<>& ClearingEvent() = 0;
-    virtual Event<>& ClearedEvent() = 0;
-    virtual Event<int, T const&>& InsertingItemEvent() = 0;
-    virtual Event<int, T const&>& InsertedItemEvent() = 0;
-    virtual Event<int, int>& MovingItemEvent() = 0;
-    virtual Event<int, int>& MovedItemEvent() = 0;
-    virtual Event<int, T const&>& RemovingItemEvent() = 0;
-    virtual Event<int, T const&>& RemovedItemEvent() = 0;
-    virtual Event<int, T const&, T const&>& ReplacingItemEvent() = 0;
-    virtual Event<int, T const&, T const&>& ReplacedItemEvent() = 0;
-};
-
-template <class T>
-class ICollection : public virtual IReadOnlyCollection<T>, public virtual ICollectionEvents<T> {
-public:
-    virtual void Add(T const& item) = 0;
-    virtual void Insert(int index, T const& item) = 0;
-    virtual void RemoveAt(int index) = 0;
-    virtual void Replace(int index, T const& item) = 0;
-    virtual void Move(int fromIndex, int toIndex) = 0;
-    virtual void Clear() = 0;
-};
-
-} // namespace Tavrin::Brnt
 
 namespace Tavrin::Vision::Implementation {
 
@@ -59,7 +19,8 @@ public:
     using const_iterator = typename std::vector<T>::const_iterator;
 
     explicit CollectionBase(ObjectCreateAccessToken const&) {}
-    CollectionBase(ObjectCreateAccessToken const&, std::vector<T> items) : items_(std::move(items)) {}
+    CollectionBase(ObjectCreateAccessToken const&, std::vector<T> items)
+        : items_(std::move(items)) {}
 
     void Add(T const& item) override { Insert(Count(), item); }
 
