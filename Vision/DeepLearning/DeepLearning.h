@@ -1,3 +1,22 @@
 #pragma once
 
 #include <Vision/DeepLearning/DeepLearningExceptions.h>
+#include <Vision/DeepLearning/DLBlueLayoutModel.h>
+#include <Vision/DeepLearning/DLBlueModel.h>
+#include <Vision/DeepLearning/DLBlueModelReadOnlyCollection.h>
+#include <Vision/DeepLearning/DLBlueNodeModel.h>
+#include <Vision/DeepLearning/DLBlueReadToolRuntimeParams.h>
+#include <Vision/DeepLearning/DLBlueRegexModel.h>
+#include <Vision/DeepLearning/DLBlueStringModel.h>
+#include <Vision/DeepLearning/DLBlueToolRuntimeParams.h>
+#include <Vision/DeepLearning/DLFocusedModeGreenToolRuntimeParams.h>
+#include <Vision/DeepLearning/DLFocusedModeRedToolRuntimeParams.h>
+#include <Vision/DeepLearning/DLHdmGreenToolRuntimeParams.h>
+#include <Vision/DeepLearning/DLHdmRedToolRuntimeParams.h>
+#include <Vision/DeepLearning/DLQuickGreenToolRuntimeParams.h>
+#include <Vision/DeepLearning/DLQuickRedToolRuntimeParams.h>
+#include <Vision/DeepLearning/DLStream.h>
+#include <Vision/DeepLearning/DLStreamReadOnlyCollection.h>
+#include <Vision/DeepLearning/DLToolRuntimeParams.h>
+#include <Vision/DeepLearning/DLToolRuntimeParamsReadOnlyCollection.h>
+#include <Vision/DeepLearning/DLWorkspace.h>

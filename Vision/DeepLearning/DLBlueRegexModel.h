@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <Vision/DeepLearning/DLBlueModel.h>
+
+namespace Tavrin::Vision::DeepLearning {
+
+// A blue model of the catalogue type "regex".
+class DLBlueRegexModel : public DLBlueModel {
+public:
+    static constexpr long long sf0_ = DLBlueModel::sfNextSf_;
+    static constexpr long long SfThreshold = sf0_;
+    static constexpr long long SfRegexExpression = sf0_ << 1;
+    static constexpr long long sfNextSf_ = sf0_ << 2;
+
+    TAVRIN_SHARED_FROM_THIS(DLBlueRegexModel)
+
+    double Threshold() const { return threshold_; }
+    void setThreshold(double value);
+    double MinimumThreshold() const;
+    double MaximumThreshold() const;
+    std::string RegexExpression() const { return regexExpression_; }
+    void setRegexExpression(std::string value);
+
+    void ApplyRuntimeParameters() override;
+
+protected:
+    void FinalConstruct() override;
+
+private:
+    TAVRIN_OBJECT_FACTORY_ACCESS
+    friend class Private::DeepLearningAccess;
+    friend class cereal::access;
+
+    DLBlueRegexModel(ObjectCreateAccessToken const& token,
+                     std::shared_ptr<DLToolRuntimeParams> tool, std::string name);
+    DLBlueRegexModel();
+
+    template <class Archive> void serialize(Archive& archive, unsigned int version);
+
+    double threshold_ = 0;
+    std::string regexExpression_;
+
+    RTTR_ENABLE(DLBlueModel)
+};
+
+} // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_ARCHIVED_CLASS(Tavrin::Vision::DeepLearning::DLBlueRegexModel, 1)

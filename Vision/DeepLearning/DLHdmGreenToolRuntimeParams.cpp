@@ -1,0 +1,78 @@
+#include "Vision/DeepLearning/DLHdmGreenToolRuntimeParams.h"
+
+#include "engine/DeepLearningAccess.h"
+#include "engine/ParameterText.h"
+
+namespace Tavrin::Vision::DeepLearning {
+
+using namespace Private;
+
+namespace {
+char const* const ThresholdPath = "post_process_parameters/green/threshold";
+char const* const GenerateHeatmapPath = "runtime_parameters/heat_map_on";
+} // namespace
+
+DLHdmGreenToolRuntimeParams::DLHdmGreenToolRuntimeParams(
+    ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
+    std::string id, std::string type, std::string status,
+    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools)
+    : DLToolRuntimeParams(token, std::move(stream), std::move(name), std::move(id), std::move(type),
+                          std::move(status), std::move(childTools)) {}
+
+DLHdmGreenToolRuntimeParams::DLHdmGreenToolRuntimeParams() = default;
+
+void DLHdmGreenToolRuntimeParams::setThreshold(double value) {
+    if (StoreLaggingThreshold(threshold_, value, thresholdText_))
+        OnChanged_(SfThreshold);
+}
+
+double DLHdmGreenToolRuntimeParams::MinimumThreshold() const {
+    return ThresholdRange.minimum;
+}
+
+double DLHdmGreenToolRuntimeParams::MaximumThreshold() const {
+    return ThresholdRange.maximum;
+}
+
+void DLHdmGreenToolRuntimeParams::setShowGraphics(bool value) {
+    if (StoreIfChanged(showGraphics_, value))
+        OnChanged_(SfShowGraphics | SfGraphicsSettings);
+}
+
+void DLHdmGreenToolRuntimeParams::setGenerateHeatmap(bool value) {
+    if (StoreIfChanged(generateHeatmap_, value))
+        OnChanged_(SfGenerateHeatmap);
+}
+
+void DLHdmGreenToolRuntimeParams::FinalConstruct() {
+    DLToolRuntimeParams::FinalConstruct();
+    auto const access = DeepLearningAccess::Instance();
+    DLToolRuntimeParamsPtr const self = shared_from_this();
+    thresholdText_ = access->GetParameter(self, ThresholdPath);
+    threshold_ = ParseRealStrict(thresholdText_);
+    generateHeatmap_ = ParseBool(access->GetParameter(self, GenerateHeatmapPath));
+}
+
+void DLHdmGreenToolRuntimeParams::ApplyRuntimeParameters() {
+    DLToolRuntimeParams::ApplyRuntimeParameters();
+    auto const access = DeepLearningAccess::Instance();
+    DLToolRuntimeParamsPtr const self = shared_from_this();
+    access->SetParameter(self, ThresholdPath, thresholdText_.c_str());
+    access->SetParameter(self, GenerateHeatmapPath, FormatBool(generateHeatmap_).c_str());
+    thresholdText_ = access->GetParameter(self, ThresholdPath);
+}
+
+template <class Archive>
+void DLHdmGreenToolRuntimeParams::serialize(Archive& archive, unsigned int version) {
+    Vision::Implementation::CheckLoadedVersion<Archive>(version, 1,
+                                                        "DLHdmGreenToolRuntimeParams::serialize()");
+    archive(cereal::base_class<DLToolRuntimeParams>(this), threshold_, thresholdText_,
+            showGraphics_, generateHeatmap_);
+}
+
+TAVRIN_INSTANTIATE_SERIALIZE(DLHdmGreenToolRuntimeParams)
+
+} // namespace Tavrin::Vision::DeepLearning
+
+CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::DeepLearning::DLHdmGreenToolRuntimeParams,
+                               "Tavrin::Vision::DeepLearning::DLHdmGreenToolRuntimeParams")

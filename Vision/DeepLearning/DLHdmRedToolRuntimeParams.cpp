@@ -1,0 +1,83 @@
+#include "Vision/DeepLearning/DLHdmRedToolRuntimeParams.h"
+
+#include "engine/DeepLearningAccess.h"
+#include "engine/ParameterText.h"
+
+namespace Tavrin::Vision::DeepLearning {
+
+using namespace Private;
+
+namespace {
+char const* const ThresholdPath = "post_process_parameters/red/threshold";
+char const* const RegionFilterPath = "post_process_parameters/red/region_filter";
+char const* const DownsamplingSizePath = "runtime_parameters/max_downsampling_size";
+} // namespace
+
+DLHdmRedToolRuntimeParams::DLHdmRedToolRuntimeParams(
+    ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
+    std::string id, std::string type, std::string status,
+    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools)
+    : DLToolRuntimeParams(token, std::move(stream), std::move(name), std::move(id), std::move(type),
+                          std::move(status), std::move(childTools)) {}
+
+DLHdmRedToolRuntimeParams::DLHdmRedToolRuntimeParams() = default;
+
+void DLHdmRedToolRuntimeParams::setUpperThreshold(double value) {
+    if (StoreUpperThreshold(lowerThreshold_, upperThreshold_, value, thresholdText_))
+        OnChanged_(SfUpperThreshold);
+}
+
+void DLHdmRedToolRuntimeParams::setLowerThreshold(double value) {
+    if (StoreLowerThreshold(lowerThreshold_, value, upperThreshold_, thresholdText_))
+        OnChanged_(SfLowerThreshold);
+}
+
+void DLHdmRedToolRuntimeParams::setRegionFilter(std::string const& value) {
+    if (StoreIfChanged(regionFilter_, value))
+        OnChanged_(SfRegionFilter);
+}
+
+void DLHdmRedToolRuntimeParams::setDownsamplingSize(int value) {
+    if (StoreIfChanged(downsamplingSize_, value))
+        OnChanged_(SfDownsamplingSize);
+}
+
+void DLHdmRedToolRuntimeParams::setShowGraphics(bool value) {
+    if (StoreIfChanged(showGraphics_, value))
+        OnChanged_(SfShowGraphics | SfGraphicsSettings);
+}
+
+void DLHdmRedToolRuntimeParams::FinalConstruct() {
+    DLToolRuntimeParams::FinalConstruct();
+    auto const access = DeepLearningAccess::Instance();
+    DLToolRuntimeParamsPtr const self = shared_from_this();
+    ParseThresholdTextKeepingIt(access->GetParameter(self, ThresholdPath), lowerThreshold_,
+                                upperThreshold_, thresholdText_);
+    regionFilter_ = access->GetParameter(self, RegionFilterPath);
+    downsamplingSize_ = ParseInteger(access->GetParameter(self, DownsamplingSizePath));
+}
+
+void DLHdmRedToolRuntimeParams::ApplyRuntimeParameters() {
+    DLToolRuntimeParams::ApplyRuntimeParameters();
+    auto const access = DeepLearningAccess::Instance();
+    DLToolRuntimeParamsPtr const self = shared_from_this();
+    access->SetParameter(self, ThresholdPath, thresholdText_.c_str());
+    access->SetParameter(self, RegionFilterPath, regionFilter_.c_str());
+    access->SetParameter(self, DownsamplingSizePath, FormatInteger(downsamplingSize_).c_str());
+    thresholdText_ = access->GetParameter(self, ThresholdPath);
+}
+
+template <class Archive>
+void DLHdmRedToolRuntimeParams::serialize(Archive& archive, unsigned int version) {
+    Vision::Implementation::CheckLoadedVersion<Archive>(version, 1,
+                                                        "DLHdmRedToolRuntimeParams::serialize()");
+    archive(cereal::base_class<DLToolRuntimeParams>(this), upperThreshold_, lowerThreshold_,
+            regionFilter_, downsamplingSize_, showGraphics_, thresholdText_);
+}
+
+TAVRIN_INSTANTIATE_SERIALIZE(DLHdmRedToolRuntimeParams)
+
+} // namespace Tavrin::Vision::DeepLearning
+
+CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::DeepLearning::DLHdmRedToolRuntimeParams,
+                               "Tavrin::Vision::DeepLearning::DLHdmRedToolRuntimeParams")

@@ -1,0 +1,102 @@
+#include "Vision/DeepLearning/DLOperator.h"
+
+#include <Vision/Core/Exceptions.h>
+
+#include "Vision/DeepLearning/DLStream.h"
+#include "Vision/DeepLearning/DLStreamReadOnlyCollection.h"
+#include "Vision/DeepLearning/DLWorkspace.h"
+#include "engine/DeepLearningAccess.h"
+
+namespace Tavrin::Vision::DeepLearning {
+
+using Private::DeepLearningAccess;
+
+namespace {
+
+// The engine library is large: its load runs beside the host so creation returns at once.
+std::future<std::shared_ptr<DeepLearningAccess>> StartEngineLoad() {
+    try {
+        return std::async(std::launch::async, &DeepLearningAccess::Instance);
+    } catch (std::system_error const&) {
+        throw std::future_error(std::future_errc::no_state);
+    }
+}
+
+} // namespace
+
+DLOperator::DLOperator(ObjectCreateAccessToken const&)
+    : engineHolder_(std::make_shared<EngineInstanceHolder>()) {
+    DeepLearningAccess::SubscribeOnShutdown(this);
+}
+
+DLOperator::~DLOperator() {
+    try {
+        setWorkspace(nullptr);
+    } catch (...) {
+        // Dropping the clone may close the engine workspace; a destructor reports nothing.
+    }
+    DeepLearningAccess::UnsubscribeOnShutDown(this);
+}
+
+void DLOperator::FinalConstruct() {
+    if (!engineHolder_->access)
+        engineHolder_->future = StartEngineLoad();
+    if (workspacePath_.empty())
+        return;
+    try {
+        auto access = GetEngineInstance();
+        setWorkspace(access->OpenWorkspace(workspacePath_));
+    } catch (FileOpenException const&) {
+        // A file that cannot be opened leaves the operator without a workspace, silently.
+    }
+}
+
+std::shared_ptr<DeepLearningAccess> DLOperator::GetEngineInstance() {
+    if (engineHolder_->access)
+        return engineHolder_->access;
+    auto future = std::move(engineHolder_->future);
+    if (!future.valid())
+        throw std::future_error(std::future_errc::no_state);
+    engineHolder_->access = future.get();
+    return engineHolder_->access;
+}
+
+void DLOperator::LoadWorkspace(std::string const& path) {
+    auto access = GetEngineInstance();
+    if (path != workspacePath_) {
+        workspacePath_ = path;
+        OnChanged_(sfWorkspacePath);
+    }
+    setWorkspace(access->OpenWorkspace(path));
+}
+
+void DLOperator::setWorkspace(std::shared_ptr<DLWorkspace> workspace) {
+    if (workspace != workspace_) {
+        workspace_ = std::move(workspace);
+        OnChanged_(SfWorkspace);
+    }
+    if (!workspace_)
+        return;
+    auto streams = workspace_->Streams();
+    if (streams && streams->Count() == 1)
+        setStream(streams->Item(0));
+}
+
+void DLOperator::setStream(std::shared_ptr<DLStream> stream) {
+    if (stream_)
+        streamConnection_.disconnect();
+    if (stream != stream_) {
+        stream_ = std::move(stream);
+        OnChanged_(SfStream);
+    }
+    if (stream_)
+        streamConnection_ = stream_->ChangedEvent().Connect(shared_from_this(),
+                                                            &DLOperator::HandleStreamChanged);
+}
+
+void DLOperator::HandleStreamChanged(std::shared_ptr<ChangedEventArgs> args) {
+    if (args->Has(DLStream::SfToolsGraphicsChanged))
+        OnChanged_(SfToolsGraphicsChanged);
+}
+
+} // namespace Tavrin::Vision::DeepLearning

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <Vision/DeepLearning/DLToolRuntimeParams.h>
+
+namespace Tavrin::Vision::DeepLearning {
+
+// A green tool of the engine type "green_quick". A run sends the kept threshold text, which a
+// setter fills with the value held before it, one step behind Threshold.
+class DLQuickGreenToolRuntimeParams : public DLToolRuntimeParams {
+public:
+    static constexpr long long sf0_ = DLToolRuntimeParams::sfNextSf_;
+    static constexpr long long SfThreshold = sf0_;
+    static constexpr long long SfShowGraphics = sf0_ << 1;
+    static constexpr long long SfGenerateHeatmap = sf0_ << 2;
+    static constexpr long long sfNextSf_ = sf0_ << 3;
+
+    TAVRIN_SHARED_FROM_THIS(DLQuickGreenToolRuntimeParams)
+
+    double Threshold() const { return threshold_; }
+    void setThreshold(double value);
+    double MinimumThreshold() const;
+    double MaximumThreshold() const;
+    bool ShowGraphics() const { return showGraphics_; }
+    void setShowGraphics(bool value);
+    bool GenerateHeatmap() const { return generateHeatmap_; }
+    void setGenerateHeatmap(bool value);
+
+protected:
+    void FinalConstruct() override;
+
+private:
+    TAVRIN_OBJECT_FACTORY_ACCESS
+    friend class Private::DeepLearningAccess;
+    friend class cereal::access;
+
+    DLQuickGreenToolRuntimeParams(
+        ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
+        std::string id, std::string type, std::string status,
+        std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools);
+    DLQuickGreenToolRuntimeParams();
+
+    void ApplyRuntimeParameters() override;
+
+    template <class Archive> void serialize(Archive& archive, unsigned int version);
+
+    double threshold_ = 0;
+    std::string thresholdText_;
+    bool showGraphics_ = true;
+    bool generateHeatmap_ = false;
+
+    RTTR_ENABLE(DLToolRuntimeParams)
+};
+
+} // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_ARCHIVED_CLASS(Tavrin::Vision::DeepLearning::DLQuickGreenToolRuntimeParams, 1)

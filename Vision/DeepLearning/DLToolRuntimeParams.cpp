@@ -1,0 +1,79 @@
+#include "Vision/DeepLearning/DLToolRuntimeParams.h"
+
+#include "Vision/DeepLearning/DLStream.h"
+#include "Vision/DeepLearning/DLToolRuntimeParamsReadOnlyCollection.h"
+#include "engine/ParameterText.h"
+
+namespace Tavrin::Vision::DeepLearning {
+
+using Private::StoreIfChanged;
+
+DLToolRuntimeParams::DLToolRuntimeParams(
+    ObjectCreateAccessToken const&, std::shared_ptr<DLStream> stream, std::string name,
+    std::string id, std::string type, std::string status,
+    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools)
+    : childTools_(childTools
+                      ? std::move(childTools)
+                      : Brnt::ObjectFactory::Construct<DLToolRuntimeParamsReadOnlyCollection>(
+                            std::vector<DLToolRuntimeParamsPtr>()))
+    , stream_(stream)
+    , name_(std::move(name))
+    , id_(std::move(id))
+    , status_(std::move(status))
+    , type_(std::move(type)) {}
+
+DLToolRuntimeParams::DLToolRuntimeParams() = default;
+
+DLToolRuntimeParams::~DLToolRuntimeParams() = default;
+
+void DLToolRuntimeParams::setShowRegion(bool value) {
+    if (StoreIfChanged(showRegion_, value))
+        OnChanged_(SfShowRegion | SfGraphicsSettings);
+}
+
+void DLToolRuntimeParams::setAddImageRecords(bool value) {
+    if (StoreIfChanged(addImageRecords_, value))
+        OnChanged_(SfAddImageRecords);
+}
+
+void DLToolRuntimeParams::ApplyRuntimeParameters() {}
+
+void DLToolRuntimeParams::FinalConstruct() {}
+
+void DLToolRuntimeParams::setParent(std::shared_ptr<DLToolRuntimeParams> const& parent) {
+    parent_ = parent;
+}
+
+void DLToolRuntimeParams::setStream(std::shared_ptr<DLStream> const& stream) {
+    stream_ = stream;
+}
+
+// Children were read before they could point back.
+void DLToolRuntimeParams::AdoptChildTools() {
+    if (!childTools_)
+        return;
+    auto const self = SharedFromThisAs<DLToolRuntimeParams>();
+    for (auto const& child : *childTools_) {
+        if (child)
+            child->setParent(self);
+    }
+}
+
+template <class Archive>
+void DLToolRuntimeParams::serialize(Archive& archive, unsigned int version) {
+    Vision::Implementation::CheckLoadedVersion<Archive>(version, 1,
+                                                        "DLToolRuntimeParams::serialize");
+    archive(cereal::virtual_base_class<ShareableBase>(this), childTools_, name_, id_, status_,
+            type_, showRegion_, addImageRecords_);
+    if constexpr (Archive::is_loading::value)
+        AdoptChildTools();
+}
+
+TAVRIN_INSTANTIATE_SERIALIZE(DLToolRuntimeParams)
+
+} // namespace Tavrin::Vision::DeepLearning
+
+CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::DeepLearning::DLToolRuntimeParams,
+                               "Tavrin::Vision::DeepLearning::DLToolRuntimeParams")
+CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::ChangedEventShareableBase,
+                                     Tavrin::Vision::DeepLearning::DLToolRuntimeParams)
