@@ -1,0 +1,346 @@
+#include <sstream>
+
+#include <Vision/Core/Vect2.h>
+
+#include "EngineTest.h"
+#include "ToolTestSupport.h"
+#include "Vision/DeepLearning/DeepLearning.h"
+
+namespace {
+
+using namespace Tavrin::Vision::DeepLearning;
+using Peer = Private::DeepLearningAccessTestPeer;
+using Texts = std::vector<std::string>;
+using ToolTest::FlagLog;
+using ToolTest::Reads;
+using ToolTest::Words;
+using ToolTest::Writes;
+
+// Concrete classes keep their apply private; the run reaches it through the base.
+void Apply(DLToolRuntimeParams& tool) {
+    tool.ApplyRuntimeParameters();
+}
+
+char const* const File = "/workspaces/catalogue.kelo";
+
+struct Parameter {
+    char const* tool;
+    char const* path;
+    char const* value;
+};
+
+// One stream with a tool of each class; "read" is a child of "hgreen", and "blue" has a model of
+// each kind.
+class Catalogue : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        testkelo_add_file(File, "file-uuid", "2024-01-01");
+        testkelo_add_stream(File, "main", "main-uuid", "0,0,640,480");
+        AddTool(nullptr, "focused", "red");
+        AddTool(nullptr, "hdm", "red_sua");
+        AddTool(nullptr, "quick", "red_quick");
+        AddTool(nullptr, "fgreen", "green");
+        AddTool(nullptr, "hgreen", "green_sua");
+        AddTool("hgreen", "read", "blue_read");
+        AddTool(nullptr, "qgreen", "green_quick");
+        AddTool(nullptr, "blue", "blue");
+        for (auto [model, type] :
+             {std::pair{"n", "node"}, {"s", "string"}, {"r", "regex"}, {"l", "layout"}})
+            testkelo_add_model(File, "main", "blue", model, type);
+        for (Parameter const& p : Parameters)
+            testkelo_add_parameter(File, "main", p.tool, p.path, p.value);
+        workspace_ = Peer::OpenWorkspace(File);
+    }
+
+    // The last clone closes the engine workspace, which must happen before the engine forgets it.
+    void TearDown() override {
+        workspace_.reset();
+        EngineTest::TearDown();
+    }
+
+    template <class Tool> std::shared_ptr<Tool> Find(std::string const& name) {
+        return std::dynamic_pointer_cast<Tool>(
+            Private::DeepLearningAccess::FindTool(*workspace_, (name + "-uuid").c_str()));
+    }
+
+    std::shared_ptr<DLStream> Stream() { return workspace_->Streams()->Item(0); }
+
+    std::shared_ptr<DLWorkspace> workspace_;
+
+private:
+    static void AddTool(char const* parent, char const* name, char const* type) {
+        testkelo_add_tool(File, "main", parent, name, (std::string(name) + "-uuid").c_str(), type);
+    }
+
+    static constexpr Parameter Parameters[] = {
+        {"focused", "processing/sampling_density", "0.5"},
+        {"focused", "post_processing/red/threshold", "[0.25,0.75]"},
+        {"focused", "post_processing/red/region_filter", "area>10"},
+        {"focused", "processing/red/sampling_iterations", "3"},
+        {"hdm", "post_process_parameters/red/threshold", "[0.25,0.75]"},
+        {"hdm", "post_process_parameters/red/region_filter", ""},
+        {"hdm", "runtime_parameters/max_downsampling_size", "-2"},
+        {"quick", "post_process_parameters/red/threshold", "[0.1,0.9]"},
+        {"quick", "post_process_parameters/red/region_filter", ""},
+        {"fgreen", "processing/sampling_density", "2"},
+        {"fgreen", "post_processing/green/threshold", "none"},
+        {"hgreen", "post_process_parameters/green/threshold", "0.5"},
+        {"hgreen", "runtime_parameters/heat_map_on", "True"},
+        {"read", "processing/blue/threshold", "0.3"},
+        {"read", "post_processing/blue/feature_filter", ""},
+        {"read", "processing/blue/precision", "0.6"},
+        {"read", "sampling/feature_size", "8"},
+        {"qgreen", "post_process_parameters/green/threshold", "0.25"},
+        {"qgreen", "runtime_parameters/heat_map_on", "true"},
+        {"blue", "processing/sampling_density", "1"},
+        {"blue", "processing/blue/threshold", "0.3"},
+        {"blue", "post_processing/blue/feature_filter", "ff"},
+        {"blue", "processing/blue/precision", "0.6"},
+        {"blue", "sampling/feature_size", "16x24"},
+        {"blue", "models/n/enabled", "true"},
+        {"blue", "models/n/threshold", "0.4"},
+        {"blue", "models/n/occurrences", "2"},
+        {"blue", "models/s/enabled", "false"},
+        {"blue", "models/s/threshold", "0.1"},
+        {"blue", "models/s/string/min_string_length", "5"},
+        {"blue", "models/r/enabled", "true"},
+        {"blue", "models/r/threshold", "0.2"},
+        {"blue", "models/r/regex/regex", "[A-Z]+"},
+        {"blue", "models/l/enabled", "TRUE"},
+    };
+};
+
+TEST_F(Catalogue, EachClassReadsItsPathsOnceInItsOrder) {
+    EXPECT_EQ(Reads("focused"),
+              (Texts{"processing/sampling_density", "post_processing/red/threshold",
+                     "post_processing/red/region_filter", "processing/red/sampling_iterations"}));
+    EXPECT_EQ(Reads("hdm"), (Texts{"post_process_parameters/red/threshold",
+                                   "post_process_parameters/red/region_filter",
+                                   "runtime_parameters/max_downsampling_size"}));
+    EXPECT_EQ(Reads("quick"), (Texts{"post_process_parameters/red/threshold",
+                                     "post_process_parameters/red/region_filter"}));
+    EXPECT_EQ(Reads("fgreen"),
+              (Texts{"processing/sampling_density", "post_processing/green/threshold"}));
+    EXPECT_EQ(Reads("qgreen"),
+              (Texts{"post_process_parameters/green/threshold", "runtime_parameters/heat_map_on"}));
+    EXPECT_EQ(Reads("read"),
+              (Texts{"processing/blue/threshold", "post_processing/blue/feature_filter",
+                     "processing/blue/precision", "sampling/feature_size"}));
+    EXPECT_EQ(Reads("blue"),
+              (Texts{"processing/sampling_density", "processing/blue/threshold",
+                     "post_processing/blue/feature_filter", "processing/blue/precision",
+                     "sampling/feature_size", "models/n/enabled", "models/n/threshold",
+                     "models/n/occurrences", "models/s/enabled", "models/s/threshold",
+                     "models/s/string/min_string_length", "models/r/enabled", "models/r/threshold",
+                     "models/r/regex/regex", "models/l/enabled"}));
+}
+
+TEST_F(Catalogue, EngineTextsBecomeTypedFields) {
+    auto focused = Find<DLFocusedModeRedToolRuntimeParams>("focused");
+    EXPECT_EQ(focused->SamplingDensity(), 0.5);
+    EXPECT_EQ(focused->LowerThreshold(), 0.25);
+    EXPECT_EQ(focused->UpperThreshold(), 0.75);
+    EXPECT_EQ(focused->RegionFilter(), "area>10");
+    EXPECT_EQ(focused->Iterations(), 3u);
+    EXPECT_EQ(Find<DLHdmRedToolRuntimeParams>("hdm")->DownsamplingSize(), -2);
+    EXPECT_EQ(Find<DLFocusedModeGreenToolRuntimeParams>("fgreen")->Threshold(), 0);
+    EXPECT_FALSE(Find<DLHdmGreenToolRuntimeParams>("hgreen")->GenerateHeatmap());
+    EXPECT_TRUE(Find<DLQuickGreenToolRuntimeParams>("qgreen")->GenerateHeatmap());
+    EXPECT_EQ(Find<DLQuickGreenToolRuntimeParams>("qgreen")->Threshold(), 0.25);
+
+    auto read = Find<DLBlueReadToolRuntimeParams>("read");
+    EXPECT_EQ(read->FeatureSize()->X(), 8);
+    EXPECT_EQ(read->FeatureSize()->Y(), 8);
+    EXPECT_EQ(read->Models()->Count(), 0);
+
+    auto blue = Find<DLBlueToolRuntimeParams>("blue");
+    EXPECT_EQ(blue->FeatureSize()->X(), 16);
+    EXPECT_EQ(blue->FeatureSize()->Y(), 24);
+    ASSERT_EQ(blue->Models()->Count(), 4);
+    auto node = std::dynamic_pointer_cast<DLBlueNodeModel>(blue->Models()->Item(0));
+    auto string = std::dynamic_pointer_cast<DLBlueStringModel>(blue->Models()->Item(1));
+    auto regex = std::dynamic_pointer_cast<DLBlueRegexModel>(blue->Models()->Item(2));
+    auto layout = std::dynamic_pointer_cast<DLBlueLayoutModel>(blue->Models()->Item(3));
+    ASSERT_TRUE(node && string && regex && layout);
+    EXPECT_TRUE(node->Enable());
+    EXPECT_EQ(node->Threshold(), 0.4);
+    EXPECT_EQ(node->Occurrences(), 2);
+    EXPECT_FALSE(string->Enable());
+    EXPECT_EQ(string->MinimumLength(), 5);
+    EXPECT_EQ(regex->RegexExpression(), "[A-Z]+");
+    EXPECT_FALSE(layout->Enable());
+}
+
+TEST_F(Catalogue, ARunWritesEveryChangedFieldInTheClassesOrder) {
+    auto focused = Find<DLFocusedModeRedToolRuntimeParams>("focused");
+    focused->setSamplingDensity(2);
+    focused->setUpperThreshold(0.9);
+    focused->setLowerThreshold(0.1);
+    focused->setRegionFilter("r");
+    focused->setIterations(7);
+    auto hdm = Find<DLHdmRedToolRuntimeParams>("hdm");
+    hdm->setRegionFilter("r2");
+    hdm->setDownsamplingSize(-4);
+    auto hgreen = Find<DLHdmGreenToolRuntimeParams>("hgreen");
+    hgreen->setGenerateHeatmap(true);
+    auto blue = Find<DLBlueToolRuntimeParams>("blue");
+    blue->setSamplingDensity(0.25);
+    blue->setThreshold(0.5);
+    blue->setFeatureFilter("g");
+    blue->setPrecision(0.125);
+    blue->setFeatureSize(Tavrin::Brnt::CreateObject<Tavrin::Vision::Vect2>(32, 8.5));
+    auto string = std::dynamic_pointer_cast<DLBlueStringModel>(blue->Models()->Item(1));
+    string->setMinimumLength(0);
+    std::dynamic_pointer_cast<DLBlueNodeModel>(blue->Models()->Item(0))->setOccurrences(-1);
+    auto read = Find<DLBlueReadToolRuntimeParams>("read");
+    read->setThreshold(0.5);
+
+    testkelo_clear_log();
+    for (auto const& tool : *Stream()->Tools())
+        tool->ApplyRuntimeParameters();
+    Apply(*read);
+
+    EXPECT_EQ(Writes("focused"), (Texts{"processing/sampling_density=2.000000",
+                                        "post_processing/red/threshold=[0.100000,0.900000]",
+                                        "post_processing/red/region_filter=r",
+                                        "processing/red/sampling_iterations=7"}));
+    EXPECT_EQ(Writes("hdm"), (Texts{"post_process_parameters/red/region_filter=r2",
+                                    "runtime_parameters/max_downsampling_size=-4"}));
+    EXPECT_EQ(Writes("fgreen"), (Texts{"processing/sampling_density=2.000000",
+                                       "post_processing/green/threshold=0.000000"}));
+    EXPECT_EQ(Writes("hgreen"), (Texts{"runtime_parameters/heat_map_on=true"}));
+    // The disabled string model is written like the others.
+    EXPECT_EQ(Writes("blue"),
+              (Texts{"processing/sampling_density=0.250000", "processing/blue/threshold=0.500000",
+                     "post_processing/blue/feature_filter=g", "processing/blue/precision=0.125000",
+                     "sampling/feature_size=32.000000x8.500000", "models/n/threshold=0.400000",
+                     "models/n/occurrences=-1", "models/s/threshold=0.100000",
+                     "models/s/string/min_string_length=0", "models/r/threshold=0.200000",
+                     "models/l/enabled=false"}));
+    EXPECT_EQ(Writes("read"),
+              (Texts{"processing/blue/threshold=0.500000", "processing/blue/precision=0.600000",
+                     "sampling/feature_size=8.000000x8.000000"}));
+}
+
+TEST_F(Catalogue, RedThresholdTextsAreComposedAtRunOrBySetters) {
+    auto focused = Find<DLFocusedModeRedToolRuntimeParams>("focused");
+    auto hdm = Find<DLHdmRedToolRuntimeParams>("hdm");
+    auto quick = Find<DLQuickRedToolRuntimeParams>("quick");
+    auto run = [&] {
+        testkelo_clear_log();
+        Apply(*focused);
+        Apply(*hdm);
+        Apply(*quick);
+    };
+    char const* const HdmPath = "post_process_parameters/red/threshold";
+
+    run();
+    EXPECT_EQ(Writes("focused"), (Texts{"processing/sampling_density=0.500000",
+                                        "post_processing/red/threshold=[0.250000,0.750000]"}));
+    EXPECT_TRUE(Writes("hdm").empty());
+    EXPECT_TRUE(Writes("quick").empty());
+    run();
+    EXPECT_TRUE(Writes("focused").empty());
+
+    FlagLog hdmLog(*hdm);
+    hdm->setLowerThreshold(0.3);
+    EXPECT_EQ(hdmLog.words(), (Words{DLHdmRedToolRuntimeParams::SfLowerThreshold}));
+    FlagLog quickLog(*quick);
+    quick->setLowerThreshold(0.1);
+    EXPECT_TRUE(quickLog.words().empty());
+    run();
+    EXPECT_EQ(Writes("hdm"), (Texts{std::string(HdmPath) + "=[0.300000,0.750000]"}));
+    EXPECT_EQ(Writes("quick"), (Texts{std::string(HdmPath) + "=[0.100000,0.900000]"}));
+    EXPECT_EQ(hdm->LowerThreshold(), 0.3);
+    EXPECT_STREQ(testkelo_parameter(workspace_->Name().c_str(), "main", "hdm", HdmPath),
+                 "[0.300000,0.750000]");
+}
+
+TEST_F(Catalogue, GreenThresholdTextTrailsTheSetterByOneStep) {
+    auto hgreen = Find<DLHdmGreenToolRuntimeParams>("hgreen");
+    char const* const Path = "post_process_parameters/green/threshold";
+    auto run = [&] {
+        testkelo_clear_log();
+        Apply(*hgreen);
+        return Writes("hgreen");
+    };
+    EXPECT_EQ(run(), (Texts{"runtime_parameters/heat_map_on=false"}));
+
+    FlagLog log(*hgreen);
+    hgreen->setThreshold(0.7);
+    EXPECT_EQ(hgreen->Threshold(), 0.7);
+    EXPECT_EQ(run(), (Texts{std::string(Path) + "=0.500000"}));
+    hgreen->setThreshold(0.7);
+    EXPECT_EQ(log.words(), (Words{DLHdmGreenToolRuntimeParams::SfThreshold}));
+    EXPECT_EQ(run(), (Texts{std::string(Path) + "=0.700000"}));
+}
+
+TEST_F(Catalogue, TheStreamPassesOnOnlyDisplayChangesOfEveryToolOfItsTree) {
+    FlagLog streamLog(*Stream());
+    auto hgreen = Find<DLHdmGreenToolRuntimeParams>("hgreen");
+    auto read = Find<DLBlueReadToolRuntimeParams>("read");
+    hgreen->setShowGraphics(false);
+    read->setShowModels(false);
+    read->setAddImageRecords(false);
+    hgreen->setThreshold(0.9);
+    Find<DLBlueToolRuntimeParams>("blue")->Models()->Item(0)->setEnable(false);
+    EXPECT_EQ(streamLog.words(),
+              (Words{DLStream::SfToolsGraphicsChanged, DLStream::SfToolsGraphicsChanged}));
+}
+
+TEST_F(Catalogue, ACloneIsWiredToItselfAndNotToItsMaster) {
+    auto master = Private::DeepLearningAccess::GetWorkspace(workspace_->Name());
+    ASSERT_NE(master, nullptr);
+    ASSERT_NE(master, workspace_);
+    EXPECT_EQ(workspace_->SourceFile(), File);
+
+    auto stream = Stream();
+    EXPECT_EQ(stream->ParentWorkspace(), workspace_);
+    EXPECT_NE(stream, master->Streams()->Item(0));
+    EXPECT_EQ(stream->Name(), "main");
+    EXPECT_EQ(stream->UUID(), "main-uuid");
+
+    auto hgreen = Find<DLHdmGreenToolRuntimeParams>("hgreen");
+    auto read = Find<DLBlueReadToolRuntimeParams>("read");
+    auto blue = Find<DLBlueToolRuntimeParams>("blue");
+    EXPECT_EQ(hgreen->Stream(), stream);
+    EXPECT_EQ(read->Stream(), stream);
+    EXPECT_EQ(read->Parent(), hgreen);
+    EXPECT_EQ(hgreen->Parent(), nullptr);
+    for (auto const& model : *blue->Models())
+        EXPECT_EQ(model->Parent(), blue);
+    EXPECT_NE(blue, Private::DeepLearningAccess::FindTool(*master, "blue-uuid"));
+}
+
+TEST_F(Catalogue, OneArchiveKeepsOneObjectPerTrackedPointer) {
+    auto blue = Find<DLBlueToolRuntimeParams>("blue");
+    std::stringstream bytes;
+    {
+        Tavrin::Vision::VisionBinaryOutputArchive output(
+            bytes, Tavrin::Vision::SerializerOptionsConstants_None);
+        output(blue, workspace_);
+    }
+    std::shared_ptr<DLBlueToolRuntimeParams> loadedBlue;
+    std::shared_ptr<DLWorkspace> loaded;
+    {
+        Tavrin::Vision::VisionBinaryInputArchive input(
+            bytes, Tavrin::Vision::SerializerOptionsConstants_None);
+        input(loadedBlue, loaded);
+    }
+    EXPECT_EQ(Private::DeepLearningAccess::FindTool(*loaded, "blue-uuid"), loadedBlue);
+    EXPECT_EQ(loadedBlue->Stream(), loaded->Streams()->Item(0));
+    EXPECT_EQ(loadedBlue->Stream()->ParentWorkspace(), loaded);
+    EXPECT_EQ(loaded->SourceFile(), "");
+    EXPECT_EQ(loaded->Name(), workspace_->Name());
+    EXPECT_EQ(loadedBlue->FeatureSize()->Y(), 24);
+}
+
+TEST_F(Catalogue, AStreamOutlivingItsWorkspaceHasNoParent) {
+    auto stream = Stream();
+    workspace_.reset();
+    EXPECT_EQ(stream->ParentWorkspace(), nullptr);
+    EXPECT_EQ(stream->Tools()->Count(), 7);
+}
+
+} // namespace
