@@ -1,19 +1,30 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "Vision/Core/Archive.h"
 #include "Vision/Core/ChangedEvent.h"
 #include "Vision/Core/CollectionInterfaces.h"
 #include "Vision/Core/Exceptions.h"
+#include "Vision/Core/Meta.h"
 
 namespace Tavrin::Vision::Implementation {
 
 // A list that announces every change before and after it happens.
+//
+// Derived collections take part through three protected hooks: CheckAcceptable may refuse an
+// item before any event is raised; ItemEntered and ItemLeft follow each item into and out of the
+// list, after the change and before its after-event, so that handlers see the derived state
+// already updated. A replacement is the old item leaving and the new one entering.
+//
+// Every instance is at archive version 1. The archive name of an instance is registered once per
+// element type with TAVRIN_REGISTER_COLLECTION_BASE, below.
 template <class T>
 class CollectionBase : public virtual ChangedEventShareableBase,
-                       public virtual Brnt::ICollection<T> {
+                       public virtual Brnt::ICollection<T>,
+                       public virtual Meta::IHaveFakePropertyMeta {
 public:
     using value_type = T;
     using const_iterator = typename std::vector<T>::const_iterator;
@@ -27,8 +38,10 @@ public:
     void Insert(int index, T const& item) override {
         if (index < 0 || index > Count())
             Internal::ThrowInvalidCollectionIndexException();
+        CheckAcceptable(item, -1);
         inserting_.Raise(index, item);
         items_.insert(items_.begin() + index, item);
+        ItemEntered(index, items_[index]);
         inserted_.Raise(index, items_[index]);
     }
 
@@ -37,14 +50,18 @@ public:
         T const item = items_[index];
         removing_.Raise(index, item);
         items_.erase(items_.begin() + index);
+        ItemLeft(index, item);
         removed_.Raise(index, item);
     }
 
     void Replace(int index, T const& item) override {
         throwIfBadIndex(index);
+        CheckAcceptable(item, index);
         T const old = items_[index];
         replacing_.Raise(index, old, item);
         items_[index] = item;
+        ItemLeft(index, old);
+        ItemEntered(index, items_[index]);
         replaced_.Raise(index, old, items_[index]);
     }
 
@@ -60,7 +77,9 @@ public:
 
     void Clear() override {
         clearing_.Raise();
-        items_.clear();
+        std::vector<T> const gone = std::exchange(items_, {});
+        for (std::size_t index = 0; index < gone.size(); ++index)
+            ItemLeft(static_cast<int>(index), gone[index]);
         cleared_.Raise();
     }
 
@@ -68,6 +87,9 @@ public:
     T Item(int index) override {
         throwIfBadIndex(index);
         return items_[index];
+    }
+    Meta::FakePropertyMetaListPtr GetFakeProperties() override {
+        return Meta::Internal::GetItemFakeProperties(get_type(), *this);
     }
 
     std::vector<T> const& GetDataC() const { return items_; }
@@ -89,6 +111,11 @@ protected:
     CollectionBase() = default;
 
     std::vector<T>& Items() { return items_; }
+
+    // Throws to refuse an item; replacedIndex is the index it would replace, or -1 for an insert.
+    virtual void CheckAcceptable(T const&, int) const {}
+    virtual void ItemEntered(int, T const&) {}
+    virtual void ItemLeft(int, T const&) {}
 
 private:
     void throwIfBadIndex(int index) const {
@@ -114,7 +141,18 @@ private:
     Brnt::Event<int, T const&, T const&> replacing_;
     Brnt::Event<int, T const&, T const&> replaced_;
 
-    RTTR_ENABLE(ChangedEventShareableBase)
+    RTTR_ENABLE(ChangedEventShareableBase, Brnt::ICollection<T>, Meta::IHaveFakePropertyMeta)
 };
 
 } // namespace Tavrin::Vision::Implementation
+
+TAVRIN_ARCHIVED_TEMPLATE((class T), 1, ::Tavrin::Vision::Implementation::CollectionBase<T>)
+
+// The archive name of the instance for one element type, and the link from its interface, through
+// which a pointer may travel too; once per element type, at global scope in one source file.
+#define TAVRIN_REGISTER_COLLECTION_BASE(Element, Name)                                             \
+    CEREAL_REGISTER_TYPE_WITH_NAME(::Tavrin::Vision::Implementation::CollectionBase<Element>,      \
+                                   Name)                                                           \
+    CEREAL_REGISTER_POLYMORPHIC_RELATION(                                                          \
+        ::Tavrin::Brnt::ICollection<Element>,                                                      \
+        ::Tavrin::Vision::Implementation::CollectionBase<Element>)
