@@ -1,0 +1,209 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <vector>
+
+#include <rttr/type>
+
+#include <Vision/Core/Image16Grey.h>
+#include <Vision/Core/Image24PlanarColor.h>
+#include <Vision/Core/Image8Grey.h>
+
+namespace {
+
+using Tavrin::Brnt::CreateObject;
+using namespace Tavrin::Vision;
+
+template <class Image> auto Memory(Image const& image, ImageDataModeConstants mode) {
+    return image.GetPixelMemory(mode, 0, 0, image.Width(), image.Height());
+}
+
+// Pel (x, y) of a lent block, through the block's own step.
+template <class Pel> Pel& PelAt(Implementation::IPelBlock<Pel> const& block, int x, int y) {
+    auto* row = reinterpret_cast<unsigned char*>(block.FirstPel()) + y * block.Step();
+    return reinterpret_cast<Pel*>(row)[x];
+}
+
+template <class Pel> std::vector<Pel> Pels(Implementation::IPelBlock<Pel> const& block) {
+    std::vector<Pel> pels;
+    for (int y = 0; y < block.Height(); ++y)
+        for (int x = 0; x < block.Width(); ++x)
+            pels.push_back(PelAt(block, x, y));
+    return pels;
+}
+
+template <class Image, class Pel>
+std::shared_ptr<Image> Filled(int width, int height, int alignment, std::vector<Pel> const& pels) {
+    auto image = CreateObject<Image>(width, height, alignment);
+    auto memory = Memory(*image, ImageDataModeConstants_Write);
+    for (int i = 0; i < width * height; ++i)
+        PelAt(*memory, i % width, i / width) = pels[i];
+    return image;
+}
+
+std::shared_ptr<CoordinateSpaceTree> TreeWithScaledSpace() {
+    auto tree = CreateObject<CoordinateSpaceTree>();
+    tree->AddSpace("scaled", "#", *CreateObject<Transform2DLinear>(2, 0, 0, 2, 10, 20));
+    return tree;
+}
+
+TEST(Image8Grey, LendsPaddedAndPackedRowsInPlace) {
+    auto padded = CreateObject<Image8Grey>(5, 3, 4);
+    auto packed = CreateObject<Image8Grey>(5, 3);
+    EXPECT_EQ(Memory(*padded, ImageDataModeConstants_Read)->Step(), 8);
+    EXPECT_EQ(Memory(*packed, ImageDataModeConstants_Read)->Step(), 5);
+
+    auto whole = Memory(*padded, ImageDataModeConstants_ReadWrite);
+    auto window = padded->GetPixelMemory(ImageDataModeConstants_Read, 2, 1, 3, 2);
+    EXPECT_EQ(window->FirstPel(), whole->FirstPel() + 8 + 2);
+    EXPECT_EQ(window->Width(), 3);
+    EXPECT_EQ(window->Height(), 2);
+    PelAt(*whole, 4, 2) = 77;
+    EXPECT_EQ(PelAt(*window, 2, 1), 77);
+
+    EXPECT_THROW(padded->GetPixelMemory(ImageDataModeConstants_Read, 3, 0, 3, 1),
+                 ArgumentException);
+    EXPECT_THROW(padded->GetPixelMemory(ImageDataModeConstants(0), 0, 0, 1, 1), ArgumentException);
+}
+
+TEST(Image16Grey, StepCountsBytesAndPelsKeepSixteenBits) {
+    auto image = Filled<Image16Grey, unsigned short>(3, 2, 8, {1, 256, 1000, 65535, 0, 300});
+    auto memory = Memory(*image, ImageDataModeConstants_Read);
+    EXPECT_EQ(memory->Step(), 8);
+    EXPECT_EQ(Pels(*memory), (std::vector<unsigned short>{1, 256, 1000, 65535, 0, 300}));
+    EXPECT_EQ(Memory(*CreateObject<Image16Grey>(3, 2), ImageDataModeConstants_Read)->Step(), 6);
+}
+
+TEST(Image24PlanarColor, LendsThreePlanesInOrderAndRefusesMixedSizes) {
+    auto image = CreateObject<Image24PlanarColor>(2, 2);
+    std::shared_ptr<IImage8PixelMemory> p0, p1, p2;
+    image->Get3PlanePixelMemory(ImageDataModeConstants_Write, 0, 0, 2, 2, p0, p1, p2);
+    PelAt(*p0, 1, 1) = 10;
+    PelAt(*p1, 1, 1) = 20;
+    PelAt(*p2, 1, 1) = 30;
+    std::shared_ptr<IImage8PixelMemory> q0, q1, q2;
+    image->Get3PlanePixelMemory(ImageDataModeConstants_Read, 1, 1, 1, 1, q0, q1, q2);
+    EXPECT_EQ(*q0->FirstPel(), 10);
+    EXPECT_EQ(*q1->FirstPel(), 20);
+    EXPECT_EQ(*q2->FirstPel(), 30);
+
+    auto small = CreateObject<Image8Root>(2, 2, 1);
+    auto wide = CreateObject<Image8Root>(3, 2, 1);
+    EXPECT_THROW(CreateObject<Image24PlanarColor>(small, small, wide), ArgumentException);
+}
+
+TEST(ImageCopy, DeepCopyIsIndependentSharedCopyIsNot) {
+    auto image = Filled<Image8Grey, unsigned char>(2, 1, 4, {1, 2});
+    image->setCoordinateSpaceTree(TreeWithScaledSpace());
+    image->setSelectedSpaceName("scaled");
+    auto deep = std::dynamic_pointer_cast<Image8Grey>(image->Copy(false));
+    auto shared = std::dynamic_pointer_cast<Image8Grey>(image->Copy(true));
+    ASSERT_TRUE(deep && shared);
+    PelAt(*Memory(*image, ImageDataModeConstants_Write), 0, 0) = 9;
+
+    EXPECT_EQ(Pels(*Memory(*deep, ImageDataModeConstants_Read)),
+              (std::vector<unsigned char>{1, 2}));
+    EXPECT_EQ(Pels(*Memory(*shared, ImageDataModeConstants_Read)),
+              (std::vector<unsigned char>{9, 2}));
+    EXPECT_EQ(deep->SelectedSpaceName(), "scaled");
+    EXPECT_NE(deep->CoordinateSpaceTree(), image->CoordinateSpaceTree());
+    EXPECT_EQ(deep->CoordinateSpaceTree()->SpaceNames(), std::vector<std::string>{"scaled"});
+
+    auto colour = CreateObject<Image24PlanarColor>(1, 1);
+    auto colourShared = std::dynamic_pointer_cast<Image24PlanarColor>(colour->Copy(true));
+    auto colourDeep = std::dynamic_pointer_cast<Image24PlanarColor>(colour->Copy(false));
+    std::shared_ptr<IImage8PixelMemory> a0, a1, a2, b0, b1, b2, c0, c1, c2;
+    colour->Get3PlanePixelMemory(ImageDataModeConstants_Write, 0, 0, 1, 1, a0, a1, a2);
+    colourShared->Get3PlanePixelMemory(ImageDataModeConstants_Read, 0, 0, 1, 1, b0, b1, b2);
+    colourDeep->Get3PlanePixelMemory(ImageDataModeConstants_Read, 0, 0, 1, 1, c0, c1, c2);
+    *a2->FirstPel() = 5;
+    EXPECT_EQ(*b2->FirstPel(), 5);
+    EXPECT_EQ(*c2->FirstPel(), 0);
+}
+
+TEST(ImagePixels, WriteAccessRaisesSfPixelsWhenTheLastMemoryGoes) {
+    auto image = CreateObject<Image24PlanarColor>(2, 2);
+    std::vector<long long> raised;
+    auto connection = image->ChangedEvent().Connect(
+        [&raised](ChangedEventArgsPtr const& args) { raised.push_back(args->ChangedBits()); });
+
+    std::shared_ptr<IImage8PixelMemory> p0, p1, p2;
+    image->Get3PlanePixelMemory(ImageDataModeConstants_Read, 0, 0, 2, 2, p0, p1, p2);
+    p0 = p1 = p2 = nullptr;
+    EXPECT_TRUE(raised.empty());
+
+    image->Get3PlanePixelMemory(ImageDataModeConstants_Write, 0, 0, 2, 2, p0, p1, p2);
+    p0 = p1 = nullptr;
+    EXPECT_TRUE(raised.empty());
+    p2 = nullptr;
+    EXPECT_EQ(raised, std::vector<long long>{Image24PlanarColor::SfPixels});
+
+    image->setSelectedSpaceName("#");
+    image->setSelectedSpaceName("other");
+    EXPECT_EQ(raised.back(), Image24PlanarColor::SfSelectedSpaceName);
+    EXPECT_EQ(raised.size(), 2u);
+    EXPECT_THROW(image->setCoordinateSpaceTree(nullptr), ArgumentException);
+}
+
+TEST(ImageArchive, RoundTripKeepsPixelsSpacesAndIdentity) {
+    auto grey16 = Filled<Image16Grey, unsigned short>(3, 2, 8, {1, 256, 1000, 65535, 0, 300});
+    grey16->setCoordinateSpaceTree(TreeWithScaledSpace());
+    grey16->setSelectedSpaceName("scaled");
+    auto grey8 = Filled<Image8Grey, unsigned char>(3, 1, 4, {7, 0, 255});
+    auto colour = CreateObject<Image24PlanarColor>(1, 1);
+    {
+        std::shared_ptr<IImage8PixelMemory> p0, p1, p2;
+        colour->Get3PlanePixelMemory(ImageDataModeConstants_Write, 0, 0, 1, 1, p0, p1, p2);
+        *p0->FirstPel() = 11, *p1->FirstPel() = 22, *p2->FirstPel() = 33;
+    }
+
+    std::stringstream stream;
+    {
+        VisionBinaryOutputArchive out(stream, {});
+        std::vector<IImagePtr> saved{grey16, grey8, colour, grey16};
+        out(saved);
+    }
+    std::vector<IImagePtr> loaded;
+    VisionBinaryInputArchive in(stream, {});
+    in(loaded);
+
+    ASSERT_EQ(loaded.size(), 4u);
+    EXPECT_EQ(loaded[0], loaded[3]);
+    auto grey16Loaded = std::dynamic_pointer_cast<Image16Grey>(loaded[0]);
+    ASSERT_TRUE(grey16Loaded);
+    auto memory16 = Memory(*grey16Loaded, ImageDataModeConstants_Read);
+    EXPECT_EQ(memory16->Step(), 6);
+    EXPECT_EQ(Pels(*memory16), (std::vector<unsigned short>{1, 256, 1000, 65535, 0, 300}));
+    EXPECT_EQ(grey16Loaded->SelectedSpaceName(), "scaled");
+    double x, y;
+    grey16Loaded->GetTransform("scaled", "#")->MapPoint(1, 2, &x, &y);
+    EXPECT_EQ(x, 12);
+    EXPECT_EQ(y, 24);
+
+    auto grey8Loaded = std::dynamic_pointer_cast<Image8Grey>(loaded[1]);
+    ASSERT_TRUE(grey8Loaded);
+    EXPECT_EQ(Pels(*Memory(*grey8Loaded, ImageDataModeConstants_Read)),
+              (std::vector<unsigned char>{7, 0, 255}));
+    auto colourLoaded = std::dynamic_pointer_cast<Image24PlanarColor>(loaded[2]);
+    ASSERT_TRUE(colourLoaded);
+    std::shared_ptr<IImage8PixelMemory> p0, p1, p2;
+    colourLoaded->Get3PlanePixelMemory(ImageDataModeConstants_Read, 0, 0, 1, 1, p0, p1, p2);
+    EXPECT_EQ(*p0->FirstPel() * 10000 + *p1->FirstPel() * 100 + *p2->FirstPel(), 112233);
+    EXPECT_EQ(colourLoaded->SelectedSpaceName(), "#");
+}
+
+TEST(ImageReflection, RegistersFullNamesWithSizeAndSpaceProperties) {
+    for (char const* name : {"Tavrin::Vision::IImage", "Tavrin::Vision::Image8Grey",
+                             "Tavrin::Vision::Image16Grey", "Tavrin::Vision::Image24PlanarColor"})
+        EXPECT_TRUE(rttr::type::get_by_name(name).is_valid()) << name;
+
+    std::shared_ptr<IImage> image = CreateObject<Image16Grey>(7, 4);
+    rttr::type type = rttr::type::get_by_name("Tavrin::Vision::Image16Grey");
+    EXPECT_EQ(type.get_property("Width").get_value(*image).to_int(), 7);
+    EXPECT_EQ(type.get_property("Height").get_value(*image).to_int(), 4);
+    EXPECT_TRUE(type.get_property("SelectedSpaceName").set_value(*image, std::string("s")));
+    EXPECT_EQ(image->SelectedSpaceName(), "s");
+    EXPECT_EQ(rttr::type::get(*image), type);
+}
+
+} // namespace
