@@ -74,8 +74,8 @@ private:
 // has packed rows.
 template <class Archive, class Root>
 void SerializeRoot(Archive& archive, std::shared_ptr<Root>& root) {
-    int width = root ? root->Width() : 0;
-    int height = root ? root->Height() : 0;
+    int width = root->Width();
+    int height = root->Height();
     archive(width, height);
     if constexpr (Archive::is_loading::value)
         root = Brnt::CreateObject<Root>(width, height, 1);
