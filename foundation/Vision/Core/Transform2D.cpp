@@ -88,6 +88,12 @@ RTTR_REGISTRATION {
     rttr::registration::class_<Transform2DLinear>("Tavrin::Vision::Transform2DLinear")
         .property_readonly("Rotation", &Transform2DLinear::Rotation)
         .property_readonly("IsIdentity", &Transform2DLinear::IsIdentity)
+        .property_readonly("A", &Transform2DLinear::A)
+        .property_readonly("B", &Transform2DLinear::B)
+        .property_readonly("C", &Transform2DLinear::C)
+        .property_readonly("D", &Transform2DLinear::D)
+        .property_readonly("TX", &Transform2DLinear::TX)
+        .property_readonly("TY", &Transform2DLinear::TY)
         .method("SetMatrixElementsTranslation", &Transform2DLinear::SetMatrixElementsTranslation)
         .method("MapPoint", &Transform2DLinear::MapPoint);
 }

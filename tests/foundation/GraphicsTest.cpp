@@ -1,0 +1,258 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include <rttr/type>
+
+#include <Vision/Foundation.h>
+
+namespace {
+
+using namespace Tavrin::Vision;
+using Tavrin::Brnt::CreateObject;
+
+void SetLook(GraphicInteractiveBase& graphic) {
+    graphic.setColor(0xff0000ff);
+    graphic.setLineStyle(LineStyleConstants_Dash);
+    graphic.setLineWidthInScreenPixels(3);
+    graphic.setSelectedSpaceName("@\\Fixture");
+    graphic.setInteractive(true);
+    graphic.setTipText("tip");
+}
+
+void ExpectLook(IGraphicInteractive const& graphic, Color32 color, int style, int width,
+                std::string const& space, bool interactive, std::string const& tip) {
+    EXPECT_EQ(graphic.Color(), color);
+    EXPECT_EQ(graphic.LineStyle(), style);
+    EXPECT_EQ(graphic.LineWidthInScreenPixels(), width);
+    EXPECT_EQ(graphic.SelectedSpaceName(), space);
+    EXPECT_EQ(graphic.Interactive(), interactive);
+    EXPECT_EQ(graphic.TipText(), tip);
+}
+
+void ExpectDefaultLook(IGraphicInteractive const& graphic) {
+    ExpectLook(graphic, 0xff00ff00, 0, 1, ".", false, "");
+}
+
+void ExpectSetLook(IGraphicInteractive const& graphic) {
+    ExpectLook(graphic, 0xff0000ff, 1, 3, "@\\Fixture", true, "tip");
+}
+
+TEST(GraphicInteractiveBase, CopyWithGeometryOnlyLeavesTheLookAtDefaults) {
+    auto rectangle = CreateObject<RectangleAffine>();
+    rectangle->SetOriginLengthsRotationSkew(1, 2, 3, 4, 0.5, 0.25);
+    SetLook(*rectangle);
+
+    auto bare = rectangle->Copy(CopyShapeConstants_GeometryOnly);
+    ExpectDefaultLook(*bare);
+    EXPECT_EQ(bare->CornerOppositeX(), rectangle->CornerOppositeX());
+    EXPECT_EQ(bare->Skew(), 0.25);
+    ExpectSetLook(*rectangle->Copy(CopyShapeConstants_All));
+    ExpectDefaultLook(
+        *rectangle->MapLinear(*CreateObject<Transform2DLinear>(), CopyShapeConstants_GeometryOnly));
+
+    // Decorations of segments and labels are look too.
+    auto segment = CreateObject<LineSegment>();
+    segment->SetStartEnd(0, 0, 4, 2);
+    segment->setEndPointAdornment(LineSegmentAdornmentConstants_Arrow);
+    EXPECT_EQ(segment->Copy(CopyShapeConstants_GeometryOnly)->EndPointAdornment(),
+              LineSegmentAdornmentConstants_None);
+    EXPECT_EQ(segment->Copy(CopyShapeConstants_All)->EndPointAdornment(),
+              LineSegmentAdornmentConstants_Arrow);
+    auto label = CreateObject<GraphicLabel>();
+    label->SetXYText(1, 2, "text");
+    label->setBackgroundColor(0xffffff00);
+    label->setAlignment(GraphicLabelAlignmentConstants_CenterLeft);
+    auto labelCopy = label->Copy(CopyShapeConstants_GeometryOnly);
+    EXPECT_EQ(labelCopy->Text(), "text");
+    EXPECT_EQ(labelCopy->Alignment(), GraphicLabelAlignmentConstants_CenterLeft);
+    EXPECT_EQ(labelCopy->BackgroundColor(), Color32(0));
+    EXPECT_EQ(label->Copy(CopyShapeConstants_All)->BackgroundColor(), Color32(0xffffff00));
+
+    // A composite copies its regions, not their pointers.
+    auto composite = CreateObject<CompositeShape>();
+    composite->AddShape(rectangle, -1);
+    auto compositeCopy = composite->Copy(CopyShapeConstants_All);
+    EXPECT_NE(compositeCopy->Shape(0), std::static_pointer_cast<IRegion>(rectangle));
+    ExpectSetLook(*std::dynamic_pointer_cast<IGraphicInteractive>(compositeCopy->Shape(0)));
+}
+
+TEST(GraphicInteractiveBase, SettersRaiseTheirBitOnceAndRefuseBadValues) {
+    EXPECT_EQ(GraphicInteractiveBase::SfColor, 1);
+    EXPECT_EQ(GraphicInteractiveBase::sfNextSf_, 128);
+    EXPECT_EQ(PointMarker::SfX, 128);
+    EXPECT_EQ(GraphicLabel::SfBackgroundColor, 512);
+
+    auto marker = CreateObject<PointMarker>();
+    std::vector<long long> bits;
+    Tavrin::Brnt::ScopedConnection connection = marker->ChangedEvent().Connect(
+        [&bits](ChangedEventArgsPtr const& args) { bits.push_back(args->ChangedBits()); });
+    marker->setColor(0xff0000ff);
+    marker->setColor(0xff0000ff);
+    marker->setX(2);
+    marker->setSizeInScreenPixels(25);
+    marker->setRotation(0.5);
+    EXPECT_EQ(bits,
+              (std::vector<long long>{PointMarker::SfColor, PointMarker::SfX,
+                                      PointMarker::SfSizeInScreenPixels, PointMarker::SfRotation}));
+
+    try {
+        marker->setLineStyle(4);
+        FAIL() << "a line style of 4 was taken";
+    } catch (ArgumentException const& e) {
+        EXPECT_STREQ(e.what(), "LineStyle must be between 0 and 3");
+    }
+    EXPECT_THROW(marker->setLineWidthInScreenPixels(0), ArgumentException);
+    EXPECT_THROW(marker->setSizeInScreenPixels(-1), ArgumentException);
+    EXPECT_EQ(marker->LineStyle(), 0);
+    EXPECT_EQ(marker->SizeInScreenPixels(), 25);
+}
+
+TEST(Polygon, AddVertexInsertsBeforeTheIndexAndAppendsAtMinusOne) {
+    auto polygon = CreateObject<Polygon>();
+    polygon->AddVertex(0, 0, -1);
+    polygon->AddVertex(2, 0, -1);
+    polygon->AddVertex(1, 1, 1);
+    polygon->AddVertex(-1, -1, 0);
+    ASSERT_EQ(polygon->VertexCount(), 4);
+    std::vector<Vect2Ptr> const expected = {CreateObject<Vect2>(-1, -1), CreateObject<Vect2>(0, 0),
+                                            CreateObject<Vect2>(1, 1), CreateObject<Vect2>(2, 0)};
+    for (int i = 0; i < 4; ++i)
+        EXPECT_TRUE(polygon->Vertex(i) == expected[i]) << "vertex " << i;
+
+    EXPECT_THROW(polygon->AddVertex(5, 5, 5), ArgumentException);
+    EXPECT_THROW(polygon->AddVertex(5, 5, -2), ArgumentException);
+    polygon->RemoveVertex(0);
+    EXPECT_TRUE(polygon->Vertex(0) == expected[1]);
+    EXPECT_THROW(polygon->Vertex(3), ArgumentException);
+}
+
+std::vector<IGraphicPtr> OneOfEach() {
+    auto rectangleAffine = CreateObject<RectangleAffine>();
+    rectangleAffine->SetOriginLengthsRotationSkew(1, 2, 3, 4, 0.5, 0.25);
+    SetLook(*rectangleAffine);
+    auto rectangle = CreateObject<Rectangle>();
+    rectangle->SetOriginWidthHeight(5, 6, 7, 8);
+    auto ellipse = CreateObject<Ellipse>();
+    ellipse->SetCenterXYRadiusXYRotation(1, 2, 3, 4, 0.5);
+    auto arc = CreateObject<EllipticalArc>();
+    arc->SetAngleStartSpan(0.25, -1.5);
+    auto section = CreateObject<EllipticalAnnulusSection>();
+    section->setRadialScale(0.75);
+    auto polygon = CreateObject<Polygon>();
+    polygon->AddVertex(9, 10, -1);
+    auto composite = CreateObject<CompositeShape>();
+    composite->AddShape(rectangleAffine, -1);
+    auto segment = CreateObject<LineSegment>();
+    segment->SetStartEnd(1, 2, 3, 4);
+    segment->setStartPointAdornment(LineSegmentAdornmentConstants_Arrow);
+    segment->setParent(composite);
+    auto marker = CreateObject<PointMarker>();
+    marker->setY(-3);
+    auto label = CreateObject<GraphicLabel>();
+    label->SetXYText(1, 2, "label");
+    label->setBackgroundColor(0x80112233);
+    return {rectangleAffine, rectangle, ellipse, arc,   section,        polygon,
+            composite,       segment,   marker,  label, rectangleAffine};
+}
+
+TEST(GraphicArchive, EveryClassRoundTripsThroughItsInterfacesKeepingIdentity) {
+    // Through its base, so that the archive names the collection's class.
+    std::shared_ptr<Implementation::CollectionBase<IGraphicPtr>> const graphics =
+        CreateObject<GraphicCollection>(OneOfEach());
+    IRegionPtr const region = std::dynamic_pointer_cast<IRegion>(graphics->Item(0));
+    std::stringstream stream;
+    {
+        VisionBinaryOutputArchive out(stream, SerializerOptionsConstants_None);
+        out(graphics, region);
+    }
+    std::string const bytes = stream.str();
+    for (char const* name : {"Tavrin::Vision::GraphicCollection", "Tavrin::Vision::LineSegment",
+                             "Tavrin::Vision::EllipticalAnnulusSection"})
+        EXPECT_NE(bytes.find(name), std::string::npos) << name;
+
+    std::shared_ptr<Implementation::CollectionBase<IGraphicPtr>> loaded;
+    IRegionPtr loadedRegion;
+    VisionBinaryInputArchive in(stream, SerializerOptionsConstants_None);
+    in(loaded, loadedRegion);
+    EXPECT_TRUE(std::dynamic_pointer_cast<GraphicCollection>(loaded));
+    ASSERT_EQ(loaded->Count(), 11);
+    auto const item = [&loaded](int index) {
+        return loaded->Item(index);
+    };
+    auto rectangleAffine = std::dynamic_pointer_cast<RectangleAffine>(item(0));
+    ASSERT_TRUE(rectangleAffine);
+    EXPECT_EQ(item(10), item(0));
+    EXPECT_EQ(std::dynamic_pointer_cast<RectangleAffine>(loadedRegion), rectangleAffine);
+    EXPECT_EQ(rectangleAffine->shared_from_this(), rectangleAffine);
+    ExpectSetLook(*rectangleAffine);
+    EXPECT_EQ(rectangleAffine->Skew(), 0.25);
+    EXPECT_EQ(std::dynamic_pointer_cast<Rectangle>(item(1))->Height(), 8);
+    EXPECT_EQ(std::dynamic_pointer_cast<Ellipse>(item(2))->RadiusY(), 4);
+    EXPECT_EQ(std::dynamic_pointer_cast<EllipticalArc>(item(3))->AngleSpan(), -1.5);
+    EXPECT_EQ(std::dynamic_pointer_cast<EllipticalAnnulusSection>(item(4))->RadialScale(), 0.75);
+    EXPECT_TRUE(std::dynamic_pointer_cast<Polygon>(item(5))->Vertex(0) ==
+                CreateObject<Vect2>(9, 10));
+    auto composite = std::dynamic_pointer_cast<CompositeShape>(item(6));
+    EXPECT_EQ(std::dynamic_pointer_cast<RectangleAffine>(composite->Shape(0)), rectangleAffine);
+    auto segment = std::dynamic_pointer_cast<LineSegment>(item(7));
+    EXPECT_EQ(segment->StartPointAdornment(), LineSegmentAdornmentConstants_Arrow);
+    EXPECT_EQ(segment->EndY(), 4);
+    EXPECT_EQ(segment->Parent(), std::dynamic_pointer_cast<IGraphicParentChild>(composite));
+    EXPECT_EQ(std::dynamic_pointer_cast<PointMarker>(item(8))->Y(), -3);
+    auto label = std::dynamic_pointer_cast<GraphicLabel>(item(9));
+    EXPECT_EQ(label->Text(), "label");
+    EXPECT_EQ(label->BackgroundColor(), Color32(0x80112233));
+}
+
+TEST(GraphicArchive, CollectionInstancesAndTransformsTravelUnderTheirNames) {
+    using Vect2Base = Implementation::CollectionBase<Vect2Ptr>;
+    auto point = CreateObject<Vect2>(1, 2);
+    std::shared_ptr<ShareableBase> base = CreateObject<Vect2Base>(std::vector<Vect2Ptr>{point});
+    std::shared_ptr<Vect2Base> points =
+        CreateObject<Vect2Collection>(std::vector<Vect2Ptr>{point, point});
+    std::shared_ptr<ITransform2D> rigid = CreateObject<Transform2DRigid>(0.5, 3, 4);
+    auto parentChildren = CreateObject<GraphicParentChildCollection>(
+        std::vector<IGraphicParentChildPtr>{CreateObject<PointMarker>()});
+    std::stringstream stream;
+    {
+        VisionBinaryOutputArchive out(stream, SerializerOptionsConstants_None);
+        out(base, points, rigid, parentChildren);
+    }
+    EXPECT_NE(stream.str().find(
+                  "Tavrin::Vision::Implementation::CollectionBase<Tavrin::Vision::Vect2Ptr>"),
+              std::string::npos);
+
+    std::shared_ptr<ShareableBase> loadedShareable;
+    std::shared_ptr<Vect2Base> loadedPoints;
+    std::shared_ptr<ITransform2D> loadedRigid;
+    GraphicParentChildCollectionPtr loadedParentChildren;
+    VisionBinaryInputArchive in(stream, SerializerOptionsConstants_None);
+    in(loadedShareable, loadedPoints, loadedRigid, loadedParentChildren);
+    auto const loadedBase = std::dynamic_pointer_cast<Vect2Base>(loadedShareable);
+    ASSERT_TRUE(loadedBase);
+    EXPECT_EQ(typeid(*loadedBase), typeid(Vect2Base));
+    ASSERT_TRUE(std::dynamic_pointer_cast<Vect2Collection>(loadedPoints));
+    EXPECT_EQ(loadedPoints->Item(0), loadedBase->Item(0));
+    EXPECT_EQ(loadedPoints->Item(1).get(), loadedBase->Item(0).get());
+    EXPECT_EQ(std::dynamic_pointer_cast<Transform2DRigid>(loadedRigid)->TranslationY(), 4);
+    EXPECT_TRUE(std::dynamic_pointer_cast<PointMarker>(loadedParentChildren->Item(0)));
+}
+
+TEST(GraphicReflection, ClassesAreFoundByFullNameAndTheLookIsWritable) {
+    for (char const* name :
+         {"Tavrin::Vision::Vect2", "Tavrin::Vision::Vect2Collection",
+          "Tavrin::Vision::RectangleAffine", "Tavrin::Vision::Transform2DLinear",
+          "Tavrin::Vision::GraphicCollection", "Tavrin::Vision::Ellipse",
+          "Tavrin::Vision::Implementation::CollectionBase<Tavrin::Vision::IGraphicPtr>"})
+        EXPECT_TRUE(rttr::type::get_by_name(name).is_valid()) << name;
+
+    auto rectangle = CreateObject<RectangleAffine>();
+    rttr::instance object(*rectangle);
+    auto const type = rttr::type::get_by_name("Tavrin::Vision::RectangleAffine");
+    EXPECT_TRUE(type.get_property("LineWidthInScreenPixels").set_value(object, 4));
+    EXPECT_EQ(rectangle->LineWidthInScreenPixels(), 4);
+    EXPECT_TRUE(type.get_property("SideXLength").is_readonly());
+}
+
+} // namespace
