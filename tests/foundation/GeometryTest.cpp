@@ -179,6 +179,43 @@ TEST(Transform2DRigid, ComposesInvertsAndConvertsToLinear) {
     EXPECT_EQ(copy->TY(), 6);
 }
 
+// A transform that no matrix can stand for.
+class SquareTransform : public ChangedEventShareableBase, public ITransform2D {
+public:
+    explicit SquareTransform(ObjectCreateAccessToken const& token)
+        : ChangedEventShareableBase(token) {}
+    void MapPoint(double x, double y, double* outX, double* outY) const override {
+        *outX = x * x;
+        *outY = y * y;
+    }
+
+    RTTR_ENABLE(ChangedEventShareableBase, ITransform2D)
+};
+
+TEST(MiscUtils, LinearOrElseRefusesATransformThatIsNotLinear) {
+    try {
+        Private::MiscUtils::LinearOrElse(*CreateObject<SquareTransform>());
+        FAIL() << "a square map passed as linear";
+    } catch (ArgumentException const& e) {
+        EXPECT_STREQ(e.what(), "The transform is not linear");
+    }
+}
+
+TEST(EllipticalArc, ClockwiseSweepsAndSweepsAcrossHalfATurnCoverTheirOwnSide) {
+    auto arc = CreateObject<EllipticalArc>();
+    arc->SetCenterXYRadiusXYRotation(0, 0, 2, 1, 0);
+    // From 170 degrees on through 200: the sector straddles the negative x axis.
+    arc->SetAngleStartSpan(170 * M_PI / 180, 30 * M_PI / 180);
+    EXPECT_TRUE(arc->Within(-1.5, 0));
+    EXPECT_TRUE(arc->Within(-1.5, -0.2));
+    EXPECT_FALSE(arc->Within(1.5, 0));
+    EXPECT_TRUE(arc->Within(0, 0)); // the centre belongs to every sector
+    // The same start running clockwise by 30 degrees ends at 140 degrees.
+    arc->SetAngleStartSpan(170 * M_PI / 180, -30 * M_PI / 180);
+    EXPECT_FALSE(arc->Within(-1.5, -0.2));
+    EXPECT_TRUE(arc->Within(-1.5, 0.5));
+}
+
 TEST(Regions, WithinFollowsEachShape) {
     auto skewed = CreateObject<RectangleAffine>();
     skewed->SetOriginLengthsRotationSkew(1, 1, 3, 2 * std::sqrt(2.0), 0, M_PI / 4);

@@ -108,6 +108,58 @@ TEST(GraphicInteractiveBase, SettersRaiseTheirBitOnceAndRefuseBadValues) {
     EXPECT_EQ(marker->SizeInScreenPixels(), 25);
 }
 
+TEST(Shapes, MappingCarriesTheLookTheModeNamesIntoEveryPart) {
+    auto shear = CreateObject<Transform2DLinear>(1, 1, 0, 1, 0, 0);
+    auto rectangle = CreateObject<Rectangle>();
+    rectangle->SetOriginWidthHeight(1, 2, 4, 2);
+    SetLook(*rectangle);
+    // An upright rectangle leans under a shear, so its image is a RectangleAffine.
+    auto leaning = rectangle->MapLinear(*shear, CopyShapeConstants_All);
+    EXPECT_NEAR(leaning->CornerOriginX(), 3, 1e-12);
+    EXPECT_NEAR(leaning->CornerYX(), 5, 1e-12);
+    EXPECT_NEAR(leaning->CornerYY(), 4, 1e-12);
+    ExpectSetLook(*leaning);
+    ExpectDefaultLook(*rectangle->MapLinear(*shear, CopyShapeConstants_GeometryOnly));
+
+    auto composite = CreateObject<CompositeShape>();
+    SetLook(*composite);
+    composite->AddShape(rectangle, -1);
+    auto mapped = composite->MapLinear(*shear, CopyShapeConstants_GeometryOnly);
+    auto part = std::dynamic_pointer_cast<RectangleAffine>(mapped->Shape(0));
+    ASSERT_TRUE(part);
+    EXPECT_NEAR(part->CornerOppositeX(), 9, 1e-12);
+    ExpectDefaultLook(*mapped);
+    ExpectDefaultLook(*part);
+    EXPECT_THROW(composite->AddShape(nullptr, -1), ArgumentException);
+    EXPECT_THROW(composite->AddShape(rectangle, 2), ArgumentException);
+
+    auto section = CreateObject<EllipticalAnnulusSection>();
+    section->setRadialScale(0.25);
+    section->SetAngleStartSpan(0.5, 1);
+    auto mirrored = section->MapLinear(*CreateObject<Transform2DLinear>(1, 0, 0, -1, 0, 0),
+                                       CopyShapeConstants_GeometryOnly);
+    EXPECT_EQ(mirrored->RadialScale(), 0.25);
+    EXPECT_NEAR(mirrored->AngleStart(), -0.5, 1e-12);
+    EXPECT_EQ(mirrored->AngleSpan(), -1);
+}
+
+TEST(GraphicLabel, SetXYTextRaisesOneBitAndAlignmentStaysInItsNineValues) {
+    auto label = CreateObject<GraphicLabel>();
+    std::vector<long long> bits;
+    Tavrin::Brnt::ScopedConnection connection = label->ChangedEvent().Connect(
+        [&bits](ChangedEventArgsPtr const& args) { bits.push_back(args->ChangedBits()); });
+    label->SetXYText(3, 4, "* 17");
+    label->setAlignment(GraphicLabelAlignmentConstants_TopCenter);
+    EXPECT_EQ(bits, (std::vector<long long>{GraphicLabel::SfXYText, GraphicLabel::SfAlignment}));
+    try {
+        label->setAlignment(static_cast<GraphicLabelAlignmentConstants>(9));
+        FAIL() << "an alignment of 9 was taken";
+    } catch (ArgumentException const& e) {
+        EXPECT_STREQ(e.what(), "Alignment must be between 0 and 8");
+    }
+    EXPECT_EQ(label->Alignment(), GraphicLabelAlignmentConstants_TopCenter);
+}
+
 TEST(Polygon, AddVertexInsertsBeforeTheIndexAndAppendsAtMinusOne) {
     auto polygon = CreateObject<Polygon>();
     polygon->AddVertex(0, 0, -1);
@@ -203,6 +255,25 @@ TEST(GraphicArchive, EveryClassRoundTripsThroughItsInterfacesKeepingIdentity) {
     auto label = std::dynamic_pointer_cast<GraphicLabel>(item(9));
     EXPECT_EQ(label->Text(), "label");
     EXPECT_EQ(label->BackgroundColor(), Color32(0x80112233));
+}
+
+TEST(GraphicArchive, AParentLoadedOnlyThroughItsChildIsNotKeptAlive) {
+    auto parent = CreateObject<CompositeShape>();
+    auto child = CreateObject<PointMarker>();
+    child->setParent(parent);
+    std::stringstream stream;
+    {
+        VisionBinaryOutputArchive out(stream, SerializerOptionsConstants_None);
+        out(std::static_pointer_cast<IGraphic>(child));
+    }
+    IGraphicPtr loaded;
+    {
+        VisionBinaryInputArchive in(stream, SerializerOptionsConstants_None);
+        in(loaded);
+        EXPECT_TRUE(std::dynamic_pointer_cast<PointMarker>(loaded)->Parent());
+    }
+    // The archive held the parent's last owner; the child holds it weakly.
+    EXPECT_FALSE(std::dynamic_pointer_cast<PointMarker>(loaded)->Parent());
 }
 
 TEST(GraphicArchive, CollectionInstancesAndTransformsTravelUnderTheirNames) {
