@@ -1,10 +1,13 @@
 #include "engine/DeepLearningAccess.h"
 
+#include <algorithm>
 #include <atomic>
 #include <vector>
 
 #include <Vision/Core/Platform.h>
 
+#include "Vision/DeepLearning/DLOperator.h"
+#include "Vision/DeepLearning/DLWorkspace.h"
 #include "Vision/DeepLearning/DeepLearningExceptions.h"
 #include "engine/EngineFunctionTable.h"
 #include "engine/ProcessState.h"
@@ -154,6 +157,33 @@ long DeepLearningAccess::Disconnect(void*) {
     } catch (...) {
         // Runs at process exit, where nothing may escape.
     }
+    return 0;
+}
+
+void DeepLearningAccess::SubscribeOnShutdown(DLOperator* op) {
+    State().ShutdownSubscribers.push_back(op);
+    tsys_shutdown_registerEarly(&DeepLearningAccess::OperatorShutdownHook, op);
+}
+
+void DeepLearningAccess::UnsubscribeOnShutDown(DLOperator* op) {
+    auto& subscribers = State().ShutdownSubscribers;
+    auto found = std::find(subscribers.begin(), subscribers.end(), op);
+    if (found != subscribers.end())
+        subscribers.erase(found);
+}
+
+long DeepLearningAccess::OperatorShutdownHook(void* context) {
+    auto* op = static_cast<DLOperator*>(context);
+    auto& subscribers = State().ShutdownSubscribers;
+    // The platform keeps the registration of an operator that has gone; the list tells.
+    if (std::find(subscribers.begin(), subscribers.end(), op) == subscribers.end())
+        return 0;
+    try {
+        op->setWorkspace(nullptr);
+    } catch (...) {
+        // Runs at process exit, where nothing may escape.
+    }
+    UnsubscribeOnShutDown(op);
     return 0;
 }
 

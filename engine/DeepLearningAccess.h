@@ -49,6 +49,15 @@ class EngineFunctionTable;
 // read through the given buffer.
 std::string FormatEngineError(int status, char const* prefix, EngineBuffer& buffer);
 
+// The three names by which the engine addresses a tool, borrowed from the objects it holds.
+struct ToolAddress {
+    std::shared_ptr<DLStream> stream;
+    std::shared_ptr<DLWorkspace> workspace;
+    char const* workspaceId;
+    char const* streamName;
+    char const* toolName;
+};
+
 // The access object's engine buffer and, behind it, the last value written per parameter key.
 struct EngineAccessBuffer {
     EngineBuffer buffer{};
@@ -115,6 +124,9 @@ private:
     void SetParameter(std::shared_ptr<DLToolRuntimeParams> const& tool, char const* path,
                       char const* value);
     void ApplyRuntimeParametersRecursively(std::shared_ptr<DLToolRuntimeParams> const& tool);
+    static ToolAddress AddressOf(DLToolRuntimeParams const& tool);
+    // workspace id "/" stream name "/" tool name "/" path
+    std::string const& ParameterKey(ToolAddress const& address, char const* path);
 
     std::shared_ptr<DLStreamReadOnlyCollection>
     LoadStreams(std::shared_ptr<DLWorkspace> const& workspace);
@@ -130,9 +142,14 @@ private:
     void CloseWorkspace(DLWorkspace const& workspace);
     std::shared_ptr<DLWorkspace> Clone(std::shared_ptr<DLWorkspace> const& master);
     std::shared_ptr<DLWorkspace> LoadWorkspace(std::string const& path, std::string id);
+    // Lists the engine's workspaces and builds the master of the one just opened; a failure
+    // closes that engine workspace again.
+    std::shared_ptr<DLWorkspace> LoadOpenedWorkspace(std::string const& path,
+                                                     std::string const& id);
 
     std::shared_ptr<EngineAccessBuffer> accessBuffer_;
     std::recursive_mutex accessLock_;
+    std::string parameterKey_;
 };
 
 } // namespace Private

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Vision/DeepLearning/DLOperator.h>
 #include <Vision/DeepLearning/DeepLearningExceptions.h>
 #include <Vision/DeepLearning/DLBlueLayoutModel.h>
 #include <Vision/DeepLearning/DLBlueModel.h>

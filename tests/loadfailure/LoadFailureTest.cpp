@@ -6,6 +6,9 @@
 #include <filesystem>
 #include <string>
 
+#include <future>
+
+#include "Vision/DeepLearning/DLOperator.h"
 #include "Vision/DeepLearning/DeepLearningExceptions.h"
 #include "engine/DeepLearningAccess.h"
 
@@ -63,6 +66,19 @@ TEST(LoadEngine, RetriedFromScratchAfterAFailure) {
     EXPECT_TRUE(first);
     EXPECT_EQ(DeepLearningAccess::Instance(), first);
     fs::remove(engine);
+}
+
+TEST(LoadEngine, OperatorHandsTheFailureToItsFirstCallerOnly) {
+    // Creation returns although the engine cannot load: the load runs in the background.
+    auto op = Tavrin::Brnt::CreateObject<Tavrin::Vision::DeepLearning::DLOperator>();
+    EXPECT_THROW(op->LoadWorkspace("/any.kelo"), DeepLearningInitializeException);
+    try {
+        op->LoadWorkspace("/any.kelo");
+        FAIL() << "the second call went through";
+    } catch (std::future_error const& e) {
+        EXPECT_EQ(e.code(), std::future_errc::no_state);
+    }
+    EXPECT_EQ(op->Workspace(), nullptr);
 }
 
 } // namespace

@@ -1,0 +1,105 @@
+#include <Vision/Core/Platform.h>
+
+#include "EngineTest.h"
+#include "Vision/DeepLearning/DeepLearning.h"
+#include "WorkspaceFiles.h"
+
+namespace {
+
+using namespace Tavrin::Vision::DeepLearning;
+using Tavrin::Brnt::CreateObject;
+using Peer = Private::DeepLearningAccessTestPeer;
+using Words = std::vector<long long>;
+
+char const* const OneStream = "/workspaces/one.kelo";
+char const* const TwoStreams = "/workspaces/two.kelo";
+
+class Operator : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        WorkspaceFiles::AddSingleToolFile(OneStream);
+        WorkspaceFiles::AddSingleToolFile(TwoStreams);
+        testkelo_add_stream(TwoStreams, "second", "second-uuid", "");
+        op_ = CreateObject<DLOperator>();
+        connection_ = op_->ChangedEvent().Connect(
+            [this](Tavrin::Vision::ChangedEventArgsPtr const& args) {
+                words_.push_back(args->ChangedBits());
+            });
+    }
+    void TearDown() override {
+        connection_.disconnect();
+        op_.reset();
+        EngineTest::TearDown();
+    }
+
+    std::shared_ptr<DLOperator> op_;
+    Words words_;
+    Tavrin::Brnt::ScopedConnection connection_;
+};
+
+TEST_F(Operator, StartsEmptyAndSelectsTheOnlyStreamOfAWorkspace) {
+    EXPECT_EQ(op_->Workspace(), nullptr);
+    EXPECT_EQ(op_->Stream(), nullptr);
+
+    op_->LoadWorkspace(OneStream);
+    ASSERT_TRUE(op_->Stream());
+    EXPECT_EQ(op_->Stream(), op_->Workspace()->Streams()->Item(0));
+    EXPECT_EQ(words_, (Words{DLOperator::sfWorkspacePath, DLOperator::SfWorkspace,
+                             DLOperator::SfStream}));
+    EXPECT_EQ(words_, (Words{1, 2, 4}));
+
+    words_.clear();
+    op_->LoadWorkspace(OneStream);
+    EXPECT_EQ(words_, (Words{2, 4}));
+}
+
+TEST_F(Operator, AWorkspaceOfTwoStreamsKeepsTheStreamAsItWas) {
+    op_->LoadWorkspace(TwoStreams);
+    EXPECT_EQ(op_->Stream(), nullptr);
+    EXPECT_EQ(words_, (Words{1, 2}));
+}
+
+TEST_F(Operator, OnlyDisplayChangesClimbFromToolToOperator) {
+    op_->LoadWorkspace(OneStream);
+    auto tool = op_->Stream()->Tools()->Item(0);
+    words_.clear();
+    tool->setShowRegion(false);
+    tool->setAddImageRecords(false);
+    EXPECT_EQ(words_, (Words{DLOperator::SfToolsGraphicsChanged}));
+    EXPECT_EQ(words_, (Words{8}));
+}
+
+TEST_F(Operator, SettingTheSameStreamRaisesNothingAndKeepsOneSubscription) {
+    op_->LoadWorkspace(OneStream);
+    auto stream = op_->Stream();
+    words_.clear();
+    op_->setStream(stream);
+    op_->setStream(stream);
+    EXPECT_TRUE(words_.empty());
+    EXPECT_EQ(stream->ChangedEvent().SlotCount(), 1u);
+}
+
+TEST_F(Operator, AFileThatCannotOpenKeepsTheNewPathBesideTheOldWorkspace) {
+    op_->LoadWorkspace(OneStream);
+    auto workspace = op_->Workspace();
+    EXPECT_THROW(op_->LoadWorkspace("/workspaces/missing.kelo"), Tavrin::Vision::FileOpenException);
+    EXPECT_EQ(op_->Workspace(), workspace);
+}
+
+TEST_F(Operator, ShutdownDropsTheWorkspaceOfLiveOperatorsOnly) {
+    op_->LoadWorkspace(OneStream);
+    auto gone = CreateObject<DLOperator>();
+    gone->LoadWorkspace(TwoStreams);
+    gone.reset();
+    EXPECT_EQ(Peer::ShutdownSubscriberCount(), 1u);
+    testkelo_clear_log();
+
+    tsys_shutdown_runEarly();
+    EXPECT_EQ(op_->Workspace(), nullptr);
+    EXPECT_EQ(testkelo_call_count("kelo_runtime_close_workspace"), 1);
+    EXPECT_EQ(testkelo_call_count("kelo_deinitialize"), 1);
+    EXPECT_EQ(Peer::ShutdownSubscriberCount(), 0u);
+}
+
+} // namespace
