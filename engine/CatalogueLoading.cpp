@@ -57,13 +57,6 @@ ToolKind const ToolKinds[] = {
     {"blue_read", &BuildTool<DLBlueReadToolRuntimeParams>},
 };
 
-ToolPtr BuildToolOfType(std::shared_ptr<DLStream> const& stream, char const* id, char const* uuid,
-                        char const* type, ToolsPtr const& children) {
-    for (ToolKind const& kind : ToolKinds)
-        if (std::strcmp(kind.type, type) == 0)
-            return kind.build(stream, id, uuid, type, children);
-    return nullptr;
-}
 
 template <class Model>
 ModelPtr BuildModel(ToolPtr const& tool, char const* id) {
@@ -82,12 +75,25 @@ ModelKind const ModelKinds[] = {
     {"layout", &BuildModel<DLBlueLayoutModel>},
 };
 
+// The row of a class table whose type word equals type exactly, or null.
+template <class Kind, std::size_t Count>
+Kind const* FindKind(Kind const (&kinds)[Count], char const* type) {
+    for (Kind const& kind : kinds)
+        if (std::strcmp(kind.type, type) == 0)
+            return &kind;
+    return nullptr;
+}
+
+ToolPtr BuildToolOfType(std::shared_ptr<DLStream> const& stream, char const* id, char const* uuid,
+                        char const* type, ToolsPtr const& children) {
+    ToolKind const* kind = FindKind(ToolKinds, type);
+    return kind ? kind->build(stream, id, uuid, type, children) : nullptr;
+}
+
 // The engine's contract is that only the four known model types occur.
 ModelPtr BuildModelOfType(ToolPtr const& tool, char const* id, char const* type) {
-    for (ModelKind const& kind : ModelKinds)
-        if (std::strcmp(kind.type, type) == 0)
-            return kind.build(tool, id);
-    return nullptr;
+    ModelKind const* kind = FindKind(ModelKinds, type);
+    return kind ? kind->build(tool, id) : nullptr;
 }
 
 // The listing's root, whatever its name. The document copies the text, so the access buffer
