@@ -7,7 +7,9 @@
 
 namespace Tavrin::Vision::Implementation {
 
+const long long TrackedItemBase::sf0_;
 const long long TrackedItemBase::SfName;
+const long long TrackedItemBase::sfNextSf_;
 
 TrackedItemBase::TrackedItemBase(ObjectCreateAccessToken const&)
     : id_(Private::PalUtils::NewGuid()) {}
