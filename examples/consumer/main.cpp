@@ -1,5 +1,5 @@
 // Uses the installed package from outside the source tree and shows the foundation at work:
-// an image, transforms and shapes, graphics, and an archive round trip.
+// an image, transforms and shapes, a record with graphics, and an archive round trip.
 #include <cmath>
 #include <cstdio>
 #include <sstream>
@@ -42,15 +42,24 @@ std::shared_ptr<RectangleAffine> ShowShapes() {
     return mapped;
 }
 
-std::shared_ptr<GraphicCollection> MakeGraphics(std::shared_ptr<RectangleAffine> const& region) {
+std::shared_ptr<Record> MakeRecord(std::shared_ptr<Image8Grey> const& image,
+                                   std::shared_ptr<RectangleAffine> const& region) {
     auto graphics = CreateObject<GraphicCollection>();
     region->setColor(Color32(0xFF00FF00));
     graphics->Add(region);
     auto label = CreateObject<GraphicLabel>();
     label->SetXYText(12, 8, "region");
     graphics->Add(label);
-    std::printf("graphics: %d shapes to draw over the image\n", graphics->Count());
-    return graphics;
+    auto root = CreateObject<Record>("InputImage", rttr::type::get<std::shared_ptr<IImage>>(),
+                                     RecordUsageConstants_Image, false,
+                                     rttr::variant(std::static_pointer_cast<IImage>(image)), "");
+    auto overlay = CreateObject<Record>("Graphics", rttr::type::get<GraphicCollectionPtr>(),
+                                        RecordUsageConstants_Overlay, false,
+                                        rttr::variant(graphics), "two graphics");
+    root->SubRecords()->Add(overlay);
+    std::printf("record: %s with %d sub-record holding %d graphics\n", root->Key().c_str(),
+                root->SubRecords()->Count(), graphics->Count());
+    return root;
 }
 
 void ShowArchiveRoundTrip(std::shared_ptr<Image8Grey> const& image) {
@@ -74,7 +83,7 @@ void ShowArchiveRoundTrip(std::shared_ptr<Image8Grey> const& image) {
 int main() {
     auto image = MakeGradient();
     auto region = ShowShapes();
-    MakeGraphics(region);
+    MakeRecord(image, region);
     ShowArchiveRoundTrip(image);
     return 0;
 }
