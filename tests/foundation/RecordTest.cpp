@@ -152,5 +152,30 @@ TEST(Record, ArchiveRoundTripKeepsTheTreeSharedRecordsAndWhatIsStillToBuild) {
     EXPECT_EQ(loadedConstructor->contents, 1);
 }
 
+TEST(Record, ArchiveRoundTripKeepsAnImageContentWithItsPixels) {
+    auto image = CreateObject<Image16Grey>(3, 2);
+    auto pels = image->GetPixelMemory(ImageDataModeConstants_Write, 0, 0, 3, 2);
+    pels->FirstPel()[2] = 4095;
+    pels.reset();
+    auto record = CreateObject<Record>("InputImage", rttr::type::get<std::shared_ptr<IImage>>(),
+                                       RecordUsageConstants_Image, false,
+                                       rttr::variant(std::shared_ptr<IImage>(image)), "");
+    std::stringstream stream;
+    {
+        VisionBinaryOutputArchive out(stream, {});
+        out(record);
+    }
+    RecordPtr loaded;
+    VisionBinaryInputArchive in(stream, {});
+    in(loaded);
+
+    auto loadedImage = std::dynamic_pointer_cast<Image16Grey>(
+        loaded->Content().get_value<std::shared_ptr<IImage>>());
+    ASSERT_TRUE(loadedImage);
+    EXPECT_EQ(loadedImage->Width(), 3);
+    EXPECT_EQ(loadedImage->GetPixelMemory(ImageDataModeConstants_Read, 0, 0, 3, 2)->FirstPel()[2],
+              4095);
+}
+
 } // namespace
 } // namespace RecordTesting

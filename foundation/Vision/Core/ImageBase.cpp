@@ -3,6 +3,7 @@
 #include <rttr/registration>
 
 #include "Vision/Core/Exceptions.h"
+#include "Vision/Core/VariantArchive.h"
 
 namespace Tavrin::Vision::Implementation {
 
@@ -68,4 +69,7 @@ RTTR_REGISTRATION {
         .property_readonly("Width", &IImage::Width)
         .property_readonly("Height", &IImage::Height)
         .property("SelectedSpaceName", &IImage::SelectedSpaceName, &IImage::setSelectedSpaceName);
+    // Records carry images as variants of the interface pointer.
+    Tavrin::Vision::Internal::VariantSerialization::CustomVariantArchivers::Register<
+        std::shared_ptr<IImage>>();
 }
