@@ -61,9 +61,9 @@ void CheckType(rttr::type const& type) {
         throw ArgumentException(E_TypeNull);
 }
 
-std::string ReplacePlaceholder(std::string text, std::string const& placeholder,
+std::string SubstituteArgument(std::string text, std::string const& marker,
                                std::string const& value) {
-    return text.replace(text.find(placeholder), placeholder.size(), value);
+    return text.replace(text.find(marker), marker.size(), value);
 }
 
 rttr::property PropertyOf(rttr::instance const& object, std::string const& name) {
@@ -199,7 +199,7 @@ void ToolPinTrackingCollection::ThrowLoadedItemRefused(ToolPinPtr const& pin,
     std::string const name = pin ? pin->Name() : std::string();
     std::string const type = pin ? pin->Type().get_name().to_string() : std::string();
     throw SerializationException(
-        ReplacePlaceholder(ReplacePlaceholder(E_PinNotAdded, "%1", name), "%2", type));
+        SubstituteArgument(SubstituteArgument(E_PinNotAdded, "%1", name), "%2", type));
 }
 
 template <class Archive>
