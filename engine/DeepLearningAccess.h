@@ -14,8 +14,10 @@ class XMLElement;
 }
 
 namespace Tavrin::Vision {
+class IImage;
+class Transform2DLinear;
 class Vect2;
-}
+} // namespace Tavrin::Vision
 
 namespace Tavrin::Vision::DeepLearning {
 
@@ -39,6 +41,7 @@ class DLBlueRegexModel;
 class DLStreamReadOnlyCollection;
 class DLToolRuntimeParamsReadOnlyCollection;
 class DLBlueModelReadOnlyCollection;
+class DLResult;
 enum class DeepLearningExceptionCodes : int;
 
 namespace Private {
@@ -82,6 +85,11 @@ public:
     // Two reals joined by the delimiter; without the delimiter both come from the whole text.
     static std::shared_ptr<Vect2> ParseVector2(std::string const& text,
                                                std::string const& delimiter);
+
+    // A resource image of the current sample, copied out of the engine; a score map is
+    // resampled to the size when one is given. Null for an image of no known kind.
+    static std::shared_ptr<IImage> GetResourceImage(std::string const& uuid,
+                                                    std::shared_ptr<Vect2> const& size);
 
     explicit DeepLearningAccess(ObjectCreateAccessToken const&);
     ~DeepLearningAccess() override;
@@ -146,6 +154,17 @@ private:
     // closes that engine workspace again.
     std::shared_ptr<DLWorkspace> LoadOpenedWorkspace(std::string const& path,
                                                      std::string const& id);
+
+    // Runs the stream on the image and decodes the answer into the image's selected space.
+    std::shared_ptr<DLResult> RunKeloStream(IImage const& image, DLStream const& stream);
+    void PushRuntimeParameters(DLStream const& stream);
+    // The failure of a run step: the engine's text first, then the image record goes.
+    [[noreturn]] void ThrowReleasingImage(int status, DeepLearningExceptionCodes code,
+                                          char const* prefix, EngineImage& record);
+    // Null when the document's tool is none of the stream's. `inverse` maps the engine's pixels
+    // into the caller's space.
+    std::shared_ptr<DLResult> ParseResultKeloXml(DLStream const& stream, char const* document,
+                                                 std::shared_ptr<Transform2DLinear> const& inverse);
 
     std::shared_ptr<EngineAccessBuffer> accessBuffer_;
     std::recursive_mutex accessLock_;

@@ -23,21 +23,6 @@ bool ParseBool(char const* text) {
     return std::strcmp(text, "true") == 0;
 }
 
-double ParseRealStrict(std::string const& text) {
-    char const* const begin = text.c_str();
-    char* end = nullptr;
-    int const savedErrno = errno;
-    errno = 0;
-    double const value = std::strtod(begin, &end);
-    bool const outOfRange = errno == ERANGE;
-    errno = savedErrno;
-    if (end == begin)
-        throw std::invalid_argument("invalid stod argument");
-    if (outOfRange)
-        throw std::out_of_range("stod argument out of range");
-    return value;
-}
-
 std::string FormatReal(double value) {
     int const length = std::snprintf(nullptr, 0, "%f", value);
     std::string text(static_cast<std::size_t>(length), '\0');

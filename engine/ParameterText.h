@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "engine/NumberText.h"
+
 // How parameter values travel between the parameter classes and the engine, which keeps every
 // value as text, and the setter rules that all parameter classes share.
 namespace Tavrin::Vision::DeepLearning::Private {
@@ -12,10 +14,6 @@ double ParseReal(char const* text);
 int ParseInteger(char const* text);
 // True only for the exact, lower-case word.
 bool ParseBool(char const* text);
-// The standard library's stod rule, with the messages that callers and hosts know:
-// std::invalid_argument "invalid stod argument" and std::out_of_range "stod argument out of
-// range".
-double ParseRealStrict(std::string const& text);
 
 // Field to engine text.
 std::string FormatReal(double value);

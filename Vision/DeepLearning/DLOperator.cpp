@@ -2,9 +2,11 @@
 
 #include <Vision/Core/Exceptions.h>
 
+#include "Vision/DeepLearning/DLResult.h"
 #include "Vision/DeepLearning/DLStream.h"
 #include "Vision/DeepLearning/DLStreamReadOnlyCollection.h"
 #include "Vision/DeepLearning/DLWorkspace.h"
+#include "Vision/DeepLearning/DeepLearningExceptions.h"
 #include "engine/DeepLearningAccess.h"
 
 namespace Tavrin::Vision::DeepLearning {
@@ -70,6 +72,14 @@ void DLOperator::LoadWorkspace(std::string const& path) {
     setWorkspace(access->OpenWorkspace(path));
 }
 
+std::shared_ptr<DLResult> DLOperator::Execute(IImage const& image) {
+    GetEngineInstance();
+    std::shared_ptr<DLStream> const stream = stream_;
+    if (!stream)
+        throw OperatorNotTrainedException(ExceptionTexts::StreamRequired);
+    return DeepLearningAccess::Instance()->RunKeloStream(image, *stream);
+}
+
 void DLOperator::setWorkspace(std::shared_ptr<DLWorkspace> workspace) {
     if (workspace != workspace_) {
         workspace_ = std::move(workspace);
@@ -90,8 +100,8 @@ void DLOperator::setStream(std::shared_ptr<DLStream> stream) {
         OnChanged_(SfStream);
     }
     if (stream_)
-        streamConnection_ = stream_->ChangedEvent().Connect(shared_from_this(),
-                                                            &DLOperator::HandleStreamChanged);
+        streamConnection_ =
+            stream_->ChangedEvent().Connect(shared_from_this(), &DLOperator::HandleStreamChanged);
 }
 
 void DLOperator::HandleStreamChanged(std::shared_ptr<ChangedEventArgs> args) {

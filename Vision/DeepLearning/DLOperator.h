@@ -7,8 +7,13 @@
 #include <Vision/Core/Archive.h>
 #include <Vision/Core/ChangedEvent.h>
 
+namespace Tavrin::Vision {
+class IImage;
+}
+
 namespace Tavrin::Vision::DeepLearning {
 
+class DLResult;
 class DLStream;
 class DLWorkspace;
 
@@ -41,6 +46,10 @@ public:
 
     // Opens the file (once per process, however many operators use it) and works on a clone.
     void LoadWorkspace(std::string const& path);
+
+    // Runs the selected stream on the image; results come in the image's selected space. A
+    // stream must have been selected.
+    std::shared_ptr<DLResult> Execute(IImage const& image);
 
     std::shared_ptr<DLStream> Stream() const { return stream_; }
     void setStream(std::shared_ptr<DLStream> stream);

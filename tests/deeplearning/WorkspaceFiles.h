@@ -15,6 +15,32 @@ inline void AddQuickRedTool(char const* file, char const* stream, char const* pa
     testkelo_add_parameter(file, stream, id, "post_process_parameters/red/region_filter", "");
 }
 
+inline void AddQuickGreenTool(char const* file, char const* stream, char const* id,
+                              char const* uuid) {
+    testkelo_add_tool(file, stream, nullptr, id, uuid, "green_quick");
+    testkelo_add_parameter(file, stream, id, "post_process_parameters/green/threshold", "0.5");
+    testkelo_add_parameter(file, stream, id, "runtime_parameters/heat_map_on", "true");
+}
+
+inline void AddBlueReadTool(char const* file, char const* stream, char const* id,
+                            char const* uuid) {
+    testkelo_add_tool(file, stream, nullptr, id, uuid, "blue_read");
+    testkelo_add_parameter(file, stream, id, "processing/blue/threshold", "0.3");
+    testkelo_add_parameter(file, stream, id, "post_processing/blue/feature_filter", "");
+    testkelo_add_parameter(file, stream, id, "processing/blue/precision", "0.6");
+    testkelo_add_parameter(file, stream, id, "sampling/feature_size", "8");
+}
+
+// A file with one stream "main" holding a tool of each kind: "red", "green" and "blue", whose
+// ids are their names followed by "-uuid".
+inline void AddThreeKindsFile(char const* file) {
+    testkelo_add_file(file, "file-uuid", "2024-05-01");
+    testkelo_add_stream(file, "main", "main-uuid", "0,0,64,64");
+    AddQuickRedTool(file, "main", nullptr, "red", "red-uuid");
+    AddQuickGreenTool(file, "main", "green", "green-uuid");
+    AddBlueReadTool(file, "main", "blue", "blue-uuid");
+}
+
 // A file with one stream "main" holding the quick red tool "quick".
 inline void AddSingleToolFile(char const* file) {
     testkelo_add_file(file, "file-uuid", "2024-05-01");

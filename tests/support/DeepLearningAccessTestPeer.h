@@ -28,6 +28,11 @@ public:
     static void ApplyRuntimeParametersRecursively(ToolPtr const& tool) {
         Access()->ApplyRuntimeParametersRecursively(tool);
     }
+    static std::shared_ptr<DLResult>
+    ParseResultKeloXml(DLStream const& stream, char const* document,
+                       std::shared_ptr<Tavrin::Vision::Transform2DLinear> const& transform) {
+        return Access()->ParseResultKeloXml(stream, document, transform);
+    }
     static std::unordered_map<std::string, std::string> const& ParameterCache() {
         return Access()->accessBuffer_->ParameterCache;
     }

@@ -1,19 +1,5 @@
 #pragma once
 
-#include <memory>
+#include <Vision/DeepLearning/Implementation/ResultClassSupport.h>
 
-#include <Vision/Core/CollectionInterfaces.h>
-#include <Vision/Core/ReadOnlyCollectionBase.h>
-
-namespace Tavrin::Vision::DeepLearning {
-class DLBlueModel;
-}
-
-// Names for what the collection template makes of DLBlueModel, so that reflection can name them.
-namespace Tavrin::Vision::DeepLearning::Implementation {
-
-using IReadOnlyCollectionOfDLBlueModelPtr = Brnt::IReadOnlyCollection<std::shared_ptr<DLBlueModel>>;
-using ReadOnlyCollectionOfDLBlueModelPtr =
-    Vision::Implementation::ReadOnlyCollectionBase<std::shared_ptr<DLBlueModel>>;
-
-} // namespace Tavrin::Vision::DeepLearning::Implementation
+TAVRIN_DL_COLLECTION_ALIASES(DLBlueModel)

@@ -56,6 +56,10 @@ ImageRootBase<Pel>::ImageRootBase(ObjectCreateAccessToken const&,
     : pels_(tvPackedCopy(source)) {}
 
 template <class Pel>
+ImageRootBase<Pel>::ImageRootBase(ObjectCreateAccessToken const&, tvPelBuffer<Pel>&& pels)
+    : pels_(std::move(pels)) {}
+
+template <class Pel>
 std::shared_ptr<typename ImageRootBase<Pel>::PixelMemory>
 ImageRootBase<Pel>::Memory(int x, int y, int width, int height,
                            std::shared_ptr<void> releaseNotice) const {

@@ -48,6 +48,8 @@ public:
     ImageRootBase(ObjectCreateAccessToken const&, int width, int height, int alignment);
     // A packed copy of the source's pels.
     ImageRootBase(ObjectCreateAccessToken const&, tvPelBuffer_const<Pel> const& source);
+    // Takes the pels over in place; the caller hands in its last handle on them.
+    ImageRootBase(ObjectCreateAccessToken const&, tvPelBuffer<Pel>&& pels);
 
     Pel* FirstPel() const override { return pels_.pointToOffset(); }
     int Step() const override { return pels_.rowUpdate() * static_cast<int>(sizeof(Pel)); }

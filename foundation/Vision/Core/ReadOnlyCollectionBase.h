@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Vision/Core/Archive.h"
@@ -89,6 +90,8 @@ protected:
     ReadOnlyCollectionBase() = default;
     explicit ReadOnlyCollectionBase(std::vector<T> const& items)
         : items_(items) {}
+    explicit ReadOnlyCollectionBase(std::vector<T>&& items)
+        : items_(std::move(items)) {}
 
 private:
     const_iterator Find(T const& item) const {
@@ -115,17 +118,20 @@ TAVRIN_ARCHIVED_TEMPLATE((class T), 1, ::Tavrin::Vision::Implementation::ReadOnl
 // The members of a typed read-only collection, placed inside its class body: the typed
 // shared_from_this pair, a public factory constructor and the private constructors (empty, for
 // the archive, and from the items), the archive member that saves the base only, and reflection.
-// VectorArgument is how the private constructor takes its vector, by value or by const&.
+// VectorArgument is how the private constructor takes its vector, by value or by const&; a vector
+// taken by value moves into the base.
 #define TAVRIN_READ_ONLY_COLLECTION(Class, ElementPtr, VectorArgument, VersionText)                \
 public:                                                                                            \
     Class(::Tavrin::Brnt::IObject::ObjectCreateAccessToken const&, VectorArgument items)           \
-        : ::Tavrin::Vision::Implementation::ReadOnlyCollectionBase<ElementPtr>(items) {}           \
+        : ::Tavrin::Vision::Implementation::ReadOnlyCollectionBase<ElementPtr>(                    \
+              std::forward<VectorArgument>(items)) {}                                              \
     TAVRIN_SHARED_FROM_THIS(Class)                                                                 \
                                                                                                    \
 private:                                                                                           \
     Class() = default;                                                                             \
     explicit Class(VectorArgument items)                                                           \
-        : ::Tavrin::Vision::Implementation::ReadOnlyCollectionBase<ElementPtr>(items) {}           \
+        : ::Tavrin::Vision::Implementation::ReadOnlyCollectionBase<ElementPtr>(                    \
+              std::forward<VectorArgument>(items)) {}                                              \
     friend class cereal::access;                                                                   \
     template <class Archive> void serialize(Archive& archive, unsigned int version) {              \
         ::Tavrin::Vision::Implementation::CheckLoadedVersion<Archive>(version, 1, VersionText);    \

@@ -17,12 +17,18 @@ std::shared_ptr<Image> WithSpacesOf(std::shared_ptr<Image> image, IImage const* 
     return image;
 }
 
-template <class Image, class Root, class Pel>
-std::shared_ptr<Image> MakeGreyImage(tvPelBuffer_const<Pel> const& pels, IImage const* spacesFrom) {
-    return WithSpacesOf(Brnt::CreateObject<Image>(Brnt::CreateObject<Root>(pels)), spacesFrom);
+// Pels given as a const view are copied; pels handed over as the last handle are taken in place.
+template <class Image, class Root, class Pels>
+std::shared_ptr<Image> MakeGreyImage(Pels&& pels, IImage const* spacesFrom) {
+    return WithSpacesOf(
+        Brnt::CreateObject<Image>(Brnt::CreateObject<Root>(std::forward<Pels>(pels))), spacesFrom);
 }
 
 std::shared_ptr<Image8Root> PlaneCopy(tv3PlanePelBuffer_const const& pels, int index) {
+    return Brnt::CreateObject<Image8Root>(pels.plane(index));
+}
+
+std::shared_ptr<Image8Root> PlaneTaken(tv3PlanePelBuffer const& pels, int index) {
     return Brnt::CreateObject<Image8Root>(pels.plane(index));
 }
 
@@ -42,6 +48,23 @@ std::shared_ptr<Image24PlanarColor> MakeImage24PlanarColor(tv3PlanePelBuffer_con
                                                            IImage const* spacesFrom) {
     return WithSpacesOf(Brnt::CreateObject<Image24PlanarColor>(
                             PlaneCopy(pels, 0), PlaneCopy(pels, 1), PlaneCopy(pels, 2)),
+                        spacesFrom);
+}
+
+std::shared_ptr<Image8Grey> MakeImage8Grey(tvPelBuffer<unsigned char>&& pels,
+                                           IImage const* spacesFrom) {
+    return MakeGreyImage<Image8Grey, Image8Root>(std::move(pels), spacesFrom);
+}
+
+std::shared_ptr<Image16Grey> MakeImage16Grey(tvPelBuffer<unsigned short>&& pels,
+                                             IImage const* spacesFrom) {
+    return MakeGreyImage<Image16Grey, Image16Root>(std::move(pels), spacesFrom);
+}
+
+std::shared_ptr<Image24PlanarColor> MakeImage24PlanarColor(tv3PlanePelBuffer&& pels,
+                                                           IImage const* spacesFrom) {
+    return WithSpacesOf(Brnt::CreateObject<Image24PlanarColor>(
+                            PlaneTaken(pels, 0), PlaneTaken(pels, 1), PlaneTaken(pels, 2)),
                         spacesFrom);
 }
 

@@ -24,6 +24,14 @@ std::shared_ptr<Image16Grey> MakeImage16Grey(tvPelBuffer_const<unsigned short> c
 std::shared_ptr<Image24PlanarColor> MakeImage24PlanarColor(tv3PlanePelBuffer_const const& pels,
                                                            IImage const* spacesFrom);
 
+// The same, taking over the pels of a buffer that nobody else holds, without a copy.
+std::shared_ptr<Image8Grey> MakeImage8Grey(tvPelBuffer<unsigned char>&& pels,
+                                           IImage const* spacesFrom);
+std::shared_ptr<Image16Grey> MakeImage16Grey(tvPelBuffer<unsigned short>&& pels,
+                                             IImage const* spacesFrom);
+std::shared_ptr<Image24PlanarColor> MakeImage24PlanarColor(tv3PlanePelBuffer&& pels,
+                                                           IImage const* spacesFrom);
+
 std::string StringFromPxlString(std::wstring const& text);
 
 class MapPxlException {

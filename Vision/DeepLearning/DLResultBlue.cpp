@@ -1,0 +1,19 @@
+#include "Vision/DeepLearning/DLResultBlue.h"
+
+namespace Tavrin::Vision::DeepLearning {
+
+DLResultBlue::DLResultBlue(ObjectCreateAccessToken const&, std::string toolId, bool oriented,
+                           bool scaled, bool aspected, bool showFeatureChiclets,
+                           bool showRectangularFeatures,
+                           std::shared_ptr<DLBlueFeatureReadOnlyCollection> features,
+                           std::shared_ptr<DLResultMatchReadOnlyCollection> matches)
+    : oriented_(oriented)
+    , scaled_(scaled)
+    , aspected_(aspected)
+    , showFeatureChiclets_(showFeatureChiclets)
+    , showRectangularFeatures_(showRectangularFeatures)
+    , features_(std::move(features))
+    , matches_(std::move(matches))
+    , toolId_(std::move(toolId)) {}
+
+} // namespace Tavrin::Vision::DeepLearning

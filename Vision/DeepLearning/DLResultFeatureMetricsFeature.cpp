@@ -1,0 +1,18 @@
+#include "Vision/DeepLearning/DLResultFeatureMetricsFeature.h"
+
+namespace Tavrin::Vision::DeepLearning {
+
+DLResultFeatureMetricsFeature::DLResultFeatureMetricsFeature(ObjectCreateAccessToken const&,
+                                                             DLResultFeatureMetricsType type,
+                                                             std::string name, double found,
+                                                             double recall, double precision,
+                                                             double fscore, double distance)
+    : found_(found)
+    , recall_(recall)
+    , precision_(precision)
+    , fscore_(fscore)
+    , distance_(distance)
+    , type_(type)
+    , name_(std::move(name)) {}
+
+} // namespace Tavrin::Vision::DeepLearning

@@ -1,0 +1,20 @@
+#include "Vision/DeepLearning/DLResultMatchNode.h"
+
+namespace Tavrin::Vision::DeepLearning {
+
+DLResultMatchNode::DLResultMatchNode(ObjectCreateAccessToken const& token,
+                                     std::string const& modelId, std::string const& modelType,
+                                     double score, std::string const& covers,
+                                     std::string const& nodeCoords, std::string const& string,
+                                     std::string const& prettifiedString,
+                                     std::shared_ptr<Transform2DLinear> pose,
+                                     std::shared_ptr<DLBlueFeatureReadOnlyCollection> features)
+    : DLResultMatch(token, modelId, modelType, score)
+    , nodeCoords_(std::move(nodeCoords))
+    , string_(std::move(string))
+    , prettifiedString_(std::move(prettifiedString))
+    , pose_(std::move(pose))
+    , features_(std::move(features))
+    , covers_(std::move(covers)) {}
+
+} // namespace Tavrin::Vision::DeepLearning

@@ -1,0 +1,5 @@
+#pragma once
+
+#include <Vision/DeepLearning/Implementation/ResultClassSupport.h>
+
+TAVRIN_DL_COLLECTION_ALIASES(DLResultFeatureMetricsFeature)

@@ -1,0 +1,357 @@
+#include <stdexcept>
+
+#include <Vision/Core/Vect2.h>
+
+#include "EngineTest.h"
+#include "ResultTestSupport.h"
+#include "WorkspaceFiles.h"
+
+namespace {
+
+using namespace Tavrin::Vision::DeepLearning;
+using namespace ResultDocs;
+using Tavrin::Vision::RectangleAffine;
+using Tavrin::Vision::Transform2DLinearPtr;
+using Peer = Private::DeepLearningAccessTestPeer;
+
+char const* const File = "/workspaces/kinds.kelo";
+
+class ResultDecoding : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        WorkspaceFiles::AddThreeKindsFile(File);
+        workspace_ = Peer::OpenWorkspace(File);
+    }
+    void TearDown() override {
+        workspace_.reset();
+        EngineTest::TearDown();
+    }
+
+    DLResultPtr Decode(std::string const& document,
+                       Transform2DLinearPtr const& transform = Linear(1, 0, 0, 1, 0, 0)) {
+        return Peer::ParseResultKeloXml(*workspace_->Streams()->Item(0), document.c_str(),
+                                        transform);
+    }
+    DLResultViewPtr DecodeView(std::string const& content, std::string const& pose = "1,0,0,1,0,0",
+                               std::string const& tool = "red-uuid") {
+        return FirstView(Decode(Document(Marking(View(content, pose), tool), tool)));
+    }
+    DLToolRuntimeParamsPtr Tool(char const* id) {
+        return Private::DeepLearningAccess::FindTool(*workspace_, id);
+    }
+
+    std::shared_ptr<DLWorkspace> workspace_;
+};
+
+void ExpectCorners(RectangleAffine const& r, double ox, double oy, double sideX, double sideY) {
+    EXPECT_DOUBLE_EQ(r.CornerOriginX(), ox);
+    EXPECT_DOUBLE_EQ(r.CornerOriginY(), oy);
+    EXPECT_DOUBLE_EQ(r.SideXLength(), sideX);
+    EXPECT_DOUBLE_EQ(r.SideYLength(), sideY);
+}
+
+TEST_F(ResultDecoding, ReadsMarkingsWithTheirToolsTimesAndImageInformation) {
+    auto result = Decode(
+        Document(Marking("<image_info size=\"1024x768\" channels=\"1\" depth=\"8\"/>" + View("")) +
+                 Marking("", "blue-uuid")));
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->Tool(), Tool("red-uuid"));
+    auto markings = result->ResultImage()->ResultMarking();
+    ASSERT_EQ(markings->Count(), 2);
+    auto first = markings->Item(0);
+    EXPECT_EQ(first->Tool(), Tool("red-uuid"));
+    EXPECT_EQ(markings->Item(1)->Tool(), Tool("blue-uuid"));
+    EXPECT_DOUBLE_EQ(first->Duration(), 31.5);
+    EXPECT_DOUBLE_EQ(first->DurationProcessOnly(), 28.25);
+    EXPECT_DOUBLE_EQ(first->DurationPostProcess(), 1.5);
+    EXPECT_EQ(first->ProcessedAt(), "2024-05-01T10:00");
+    EXPECT_EQ(first->ProcessedDevice(), "gpu0");
+    auto info = first->ImageInfo();
+    ASSERT_TRUE(info);
+    EXPECT_EQ((std::vector<int>{info->ImageWidth(), info->ImageHeight(), info->Channels(),
+                                info->Depth()}),
+              (std::vector<int>{1024, 768, 1, 8}));
+    EXPECT_EQ(first->ResultViews()->Item(0)->Group(), "g1");
+}
+
+TEST_F(ResultDecoding, AbsentPartsGiveNullResultsOrEmptyCollections) {
+    EXPECT_EQ(Decode(Document(""))->ResultImage()->ResultMarking()->Count(), 0);
+    auto marking = Decode(Document(Marking("")))->ResultImage()->ResultMarking()->Item(0);
+    EXPECT_EQ(marking->ImageInfo(), nullptr);
+    EXPECT_EQ(marking->ResultViews()->Count(), 0);
+
+    auto view = DecodeView("");
+    EXPECT_EQ(view->ResultRed(), nullptr);
+    EXPECT_EQ(view->ResultGreen(), nullptr);
+    EXPECT_EQ(view->ResultBlue(), nullptr);
+    ASSERT_TRUE(view->Resources());
+    EXPECT_EQ(view->Resources()->Count(), 0);
+    ExpectCorners(*view->Region(), 0, 0, 100, 50);
+}
+
+TEST_F(ResultDecoding, ADocumentOfAnotherToolIsRefusedQuietly) {
+    EXPECT_EQ(Decode(Document("<marking/>garbage", "nobody")), nullptr);
+}
+
+TEST_F(ResultDecoding, SizesWithoutAnXReadBothNumbersFromTheWholeText) {
+    auto marking = Decode(Document(Marking("<image_info size=\"640\" channels=\"3\" depth=\"8\"/>" +
+                                           View("", "1,0,0,1,0,0", "640"))))
+                       ->ResultImage()
+                       ->ResultMarking()
+                       ->Item(0);
+    EXPECT_EQ(marking->ImageInfo()->ImageWidth(), 640);
+    EXPECT_EQ(marking->ImageInfo()->ImageHeight(), 640);
+    ExpectCorners(*marking->ResultViews()->Item(0)->Region(), 0, 0, 640, 640);
+}
+
+TEST_F(ResultDecoding, PosesSwapTheirMiddleNumbersAndComposeWithTheRunTransform) {
+    auto const document = Document(Marking(
+        "<view size=\"100x50\" ref_pose=\"1,2,3,4,5,6\" pose=\"1,0,0,1,10,20\" group=\"\"/>"));
+    auto refPose = FirstView(Decode(document))->RefPose();
+    EXPECT_EQ((std::vector<double>{refPose->A(), refPose->B(), refPose->C(), refPose->D(),
+                                   refPose->TX(), refPose->TY()}),
+              (std::vector<double>{1, 3, 2, 4, 5, 6}));
+
+    auto view = FirstView(Decode(document, Linear(2, 0, 0, 2, 1, 1)));
+    EXPECT_DOUBLE_EQ(view->Pose()->TX(), 21);
+    EXPECT_DOUBLE_EQ(view->Pose()->TY(), 41);
+    ExpectCorners(*view->Region(), 21, 41, 200, 100);
+}
+
+struct NumberCase {
+    char const* duration;
+    double value;
+    char const* failure; // empty when the text reads
+};
+
+TEST_F(ResultDecoding, ReadsNumbersAsTheStandardConversionsDo) {
+    NumberCase const cases[] = {
+        {"12ms", 12, ""},
+        {" 2.5", 2.5, ""},
+        {"0x10", 16, ""},
+        {"ms", 0, "invalid stod argument"},
+        {"", 0, "invalid stod argument"},
+        {"1e999", 0, "stod argument out of range"},
+    };
+    for (NumberCase const& c : cases) {
+        SCOPED_TRACE(c.duration);
+        std::string const document = Document(Marking("", "red-uuid", c.duration));
+        if (*c.failure == '\0') {
+            EXPECT_DOUBLE_EQ(Decode(document)->ResultImage()->ResultMarking()->Item(0)->Duration(),
+                             c.value);
+            continue;
+        }
+        try {
+            Decode(document);
+            ADD_FAILURE() << "nothing thrown";
+        } catch (std::logic_error const& e) {
+            EXPECT_STREQ(e.what(), c.failure);
+        }
+    }
+    auto channels = [&](char const* text) {
+        return Document(Marking(std::string("<image_info size=\"4x4\" channels=\"") + text +
+                                "\" depth=\"8\"/>"));
+    };
+    EXPECT_THROW(Decode(channels("abc")), std::invalid_argument);
+    EXPECT_THROW(Decode(channels("4294967296")), std::out_of_range);
+}
+
+TEST_F(ResultDecoding, RedRegionsComeBackInTheCallersSpace) {
+    auto red =
+        DecodeView(Red("<region score=\"0.9\" name=\"r0\" area=\"120.5\" perimeter=\"44\" "
+                       "center=\"1,2\" covers=\"c\" coverage=\"cv\" points=\"0,0 10,0 10,5\"/>"
+                       "<region score=\"0.1\" name=\"r1\" area=\"1\" perimeter=\"1\" "
+                       "center=\"0,0\" covers=\"\" coverage=\"\" points=\"\"/>"),
+                   "1,0,0,1,5,6")
+            ->ResultRed();
+    ASSERT_TRUE(red);
+    EXPECT_DOUBLE_EQ(red->Score(), 0.8);
+    EXPECT_DOUBLE_EQ(red->FilteredScore(), 0.75);
+    EXPECT_EQ(red->Thresholds(), "[0.1,0.9]");
+    EXPECT_EQ(red->SupervisedMode(), "");
+    EXPECT_EQ(red->ToolId(), "red-uuid");
+    EXPECT_EQ(red->ResultScore()->Name(), "overall");
+    EXPECT_DOUBLE_EQ(red->ResultScore()->Score(), 0.6);
+
+    ASSERT_EQ(red->ResultRegions()->Count(), 2);
+    auto region = red->ResultRegions()->Item(0);
+    EXPECT_EQ(region->Name(), "r0");
+    EXPECT_DOUBLE_EQ(region->Area(), 120.5);
+    EXPECT_EQ(region->Center(), Tavrin::Brnt::CreateObject<Tavrin::Vision::Vect2>(6, 8));
+    std::vector<std::pair<double, double>> points;
+    for (auto const& point : region->Points()->GetDataC())
+        points.emplace_back(point->X(), point->Y());
+    EXPECT_EQ(points, (std::vector<std::pair<double, double>>{{5, 6}, {15, 6}, {15, 11}}));
+    EXPECT_EQ(red->ResultRegions()->Item(1)->Points()->Count(), 0);
+}
+
+TEST_F(ResultDecoding, ABadPointInAnyRegionEndsTheDecode) {
+    std::string const doubledBlank =
+        "<region score=\"0\" name=\"r\" area=\"0\" perimeter=\"0\" center=\"0,0\" covers=\"\" "
+        "coverage=\"\" points=\"0,0  1,1\"/>";
+    try {
+        DecodeView(Red(doubledBlank));
+        ADD_FAILURE() << "nothing thrown";
+    } catch (std::invalid_argument const& e) {
+        EXPECT_STREQ(e.what(), "invalid stod argument");
+    }
+}
+
+TEST_F(ResultDecoding, GreenTagsKeepTheEnginesOrderAndTheBestIsTheFirstHighest) {
+    auto green =
+        DecodeView("<green threshold=\"0.5\" exclusive=\"yes\" similarity_reference=\"true\" "
+                   "uncertainty=\"0.1\"><tag name=\"a\" score=\"0.2\"/><tag name=\"b\" "
+                   "score=\"0.9\"/><tag name=\"c\" score=\"0.9\"/><label><training_flag "
+                   "value=\"true\" manual=\"true\"/><tag name=\"b\"/></label></green>",
+                   "1,0,0,1,0,0", "green-uuid")
+            ->ResultGreen();
+    ASSERT_TRUE(green);
+    EXPECT_DOUBLE_EQ(green->Threshold(), 0.5);
+    EXPECT_FALSE(green->Exclusive());
+    EXPECT_TRUE(green->SimilarityReference());
+    EXPECT_EQ(green->ToolId(), "green-uuid");
+    std::string names;
+    for (auto const& tag : *green->Tags())
+        names += tag->Name();
+    EXPECT_EQ(names, "abc");
+    EXPECT_EQ(green->BestTag(), green->Tags()->Item(1));
+    EXPECT_EQ(green->BestTag(), green->Tags()->Item(1));
+
+    auto noTags = DecodeView("<green threshold=\"0\" uncertainty=\"0\"/>")->ResultGreen();
+    EXPECT_EQ(noTags->BestTag(), nullptr);
+    EXPECT_EQ(noTags->BestTag(), nullptr);
+}
+
+std::string const Features =
+    "<feat id=\"f0\" loc=\"10,10\" angle=\"0\" size=\"20x30\" score=\"0.95\" covers=\"A\"/>"
+    "<feat id=\"f1\" loc=\"50,10\" angle=\"0.5\" size=\"10x10\" score=\"0.5\" covers=\"B\"/>"
+    "<feat id=\"f2\" loc=\"80,10\" angle=\"0\" size=\"10x10\" score=\"0.7\" covers=\"C\"/>";
+
+TEST_F(ResultDecoding, BlueFeaturesAreRectanglesInTheCallersSpace) {
+    auto blue = DecodeView("<blue_read oriented=\"true\" show_feature_chiclets=\"1\">" + Features +
+                               "</blue_read>",
+                           "1,0,0,1,5,6", "blue-uuid")
+                    ->ResultBlue();
+    ASSERT_TRUE(blue);
+    EXPECT_TRUE(blue->Oriented());
+    EXPECT_FALSE(blue->Scaled());
+    EXPECT_TRUE(blue->ShowFeatureChiclets());
+    EXPECT_FALSE(blue->ShowRectangularFeatures());
+    ASSERT_EQ(blue->Features()->Count(), 3);
+    auto feature = blue->Features()->Item(0);
+    EXPECT_EQ(feature->Id(), "f0");
+    EXPECT_DOUBLE_EQ(feature->Score(), 0.95);
+    EXPECT_EQ(feature->Covers(), "A");
+    EXPECT_DOUBLE_EQ(feature->Rectangle()->CenterX(), 15);
+    EXPECT_DOUBLE_EQ(feature->Rectangle()->CenterY(), 16);
+    EXPECT_DOUBLE_EQ(feature->Rectangle()->SideXLength(), 20);
+    EXPECT_DOUBLE_EQ(feature->Rectangle()->SideYLength(), 30);
+    EXPECT_NEAR(blue->Features()->Item(1)->Rectangle()->Rotation(), 0.5, 1e-12);
+}
+
+TEST_F(ResultDecoding, AViewWithBothBlueKindsKeepsTheSecond) {
+    auto blue = DecodeView("<blue scaled=\"true\"/><blue_read aspected=\"true\"/>")->ResultBlue();
+    EXPECT_FALSE(blue->Scaled());
+    EXPECT_TRUE(blue->Aspected());
+}
+
+TEST_F(ResultDecoding, MatchesShareTheFeaturesTheyReferTo) {
+    auto blue =
+        DecodeView("<blue>" + Features +
+                       "<match model_id=\"s\" model_type=\"string\" score=\"abc\" string=\"AB\">"
+                       "<pose matrix=\"1,0,0,1,5,6\"/><feat idx=\"2\"/><feat/><feat idx=\"2\"/>"
+                       "</match>"
+                       "<match model_id=\"n\" model_type=\"node\" score=\"0.5\" covers=\"c\" "
+                       "node_coords=\"1;2\" string=\"s\" prettified_string=\"p\"/>"
+                       "<match model_id=\"x\" model_type=\"regex\" score=\"0.25\" covers=\"c\" "
+                       "string=\"AB\" prettified_string=\"A-B\"><feat idx=\"1\"/></match>"
+                       "<match model_id=\"l\" model_type=\"layout\" score=\"1\" covers=\"c\">"
+                       "<feat idx=\"0\"/><region name=\"top\" origin=\"0,0\" size=\"10x20\" "
+                       "occurrences=\"2\"><feat idx=\"1\"/></region></match></blue>",
+                   "1,0,0,1,1,1")
+            ->ResultBlue();
+    auto features = blue->Features();
+    auto matches = blue->Matches();
+    ASSERT_EQ(matches->Count(), 4);
+
+    auto string = std::dynamic_pointer_cast<DLResultMatchString>(matches->Item(0));
+    ASSERT_TRUE(string);
+    EXPECT_EQ(string->ModelID(), "s");
+    EXPECT_DOUBLE_EQ(string->Score(), 0);
+    EXPECT_EQ(string->MatchString(), "AB");
+    EXPECT_DOUBLE_EQ(string->Pose()->TX(), 6);
+    EXPECT_DOUBLE_EQ(string->Pose()->TY(), 7);
+    EXPECT_EQ(
+        string->Features()->GetDataC(),
+        (std::vector<DLBlueFeaturePtr>{features->Item(2), features->Item(0), features->Item(2)}));
+
+    auto node = std::dynamic_pointer_cast<DLResultMatchNode>(matches->Item(1));
+    ASSERT_TRUE(node);
+    EXPECT_EQ(node->NodeCoords(), "1;2");
+    EXPECT_EQ(node->PrettifiedString(), "p");
+    EXPECT_TRUE(node->Pose()->IsIdentity());
+    EXPECT_EQ(node->Features()->Count(), 0);
+
+    auto regex = std::dynamic_pointer_cast<DLResultMatchRegex>(matches->Item(2));
+    ASSERT_TRUE(regex);
+    EXPECT_EQ(regex->String(), "AB");
+    EXPECT_EQ(regex->Features()->Item(0), features->Item(1));
+
+    auto layout = std::dynamic_pointer_cast<DLResultMatchLayout>(matches->Item(3));
+    ASSERT_TRUE(layout);
+    ASSERT_EQ(layout->Regions()->Count(), 1);
+    auto region = layout->Regions()->Item(0);
+    EXPECT_EQ(region->Name(), "top");
+    EXPECT_EQ(region->Occurrences(), 2);
+    EXPECT_DOUBLE_EQ(region->Rectangle()->CenterX(), 6);
+    EXPECT_DOUBLE_EQ(region->Rectangle()->CenterY(), 11);
+    EXPECT_EQ(region->Features()->GetDataC(), std::vector<DLBlueFeaturePtr>{features->Item(1)});
+}
+
+TEST_F(ResultDecoding, AnUnknownModelTypeIsRefused) {
+    for (char const* type : {"Layout", "strings", "", "str"}) {
+        SCOPED_TRACE(type);
+        try {
+            DecodeView(std::string("<blue><match model_id=\"m\" model_type=\"") + type +
+                       "\" string=\"s\"/></blue>");
+            ADD_FAILURE() << "nothing thrown";
+        } catch (DeepLearningException const& e) {
+            EXPECT_EQ(e.Code(), 20);
+            EXPECT_EQ(e.Message(), "Failed to Parse result");
+        }
+    }
+}
+
+TEST_F(ResultDecoding, ADocumentThatBreaksTheContractIsRefusedWithoutACrash) {
+    std::string const goodView = View("");
+    std::string const documents[] = {
+        "",
+        "not xml at all",
+        "<result><tool uuid=\"red-uuid\"/><image>",
+        "<result/>",
+        "<result><tool/></result>",
+        "<result><tool uuid=\"red-uuid\"/></result>",
+        Document("<marking tool_uuid=\"red-uuid\"/>"),
+        Document(Marking(goodView, "gone-uuid")),
+        Document(Marking("<view size=\"1x1\" ref_pose=\"1,0,0,1,0\" pose=\"1,0,0,1,0,0\" "
+                         "group=\"\"/>")),
+        Document(Marking(View("<red score=\"1\" filtered_score=\"1\" threshold=\"\"/>"))),
+        Document(Marking(View("<blue>" + Features +
+                              "<match model_id=\"m\" model_type=\"string\" "
+                              "string=\"s\"><feat idx=\"3\"/></match></blue>"))),
+        Document(Marking(View("<blue><feat id=\"f\"/></blue>"))),
+    };
+    for (std::string const& document : documents) {
+        SCOPED_TRACE(document);
+        try {
+            Decode(document);
+            ADD_FAILURE() << "nothing thrown";
+        } catch (DeepLearningException const& e) {
+            EXPECT_EQ(e.Code(), 20);
+            EXPECT_EQ(e.Message().rfind("Failed to Parse result: ", 0), 0u) << e.Message();
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,247 @@
+#include <functional>
+#include <set>
+#include <stdexcept>
+
+#include <Vision/Core/Image16Grey.h>
+#include <Vision/Core/Image24PlanarColor.h>
+#include <Vision/Core/Image8Grey.h>
+#include <Vision/Core/ImageBase.h>
+
+#include "ResultTestSupport.h"
+
+namespace {
+
+using namespace Tavrin::Vision::DeepLearning;
+using namespace ResultDocs;
+using Tavrin::Brnt::CreateObject;
+using Tavrin::Vision::IImage;
+using Tavrin::Vision::Image16Grey;
+using Tavrin::Vision::Image24PlanarColor;
+using Tavrin::Vision::Image8Grey;
+
+std::string const RedView = View(
+    Red("<region score=\"0.9\" name=\"r0\" area=\"4\" perimeter=\"8\" center=\"10,20\" covers=\"\" "
+        "coverage=\"\" points=\"8,18 12,22\"/>"));
+std::string const RunDocument =
+    Document(Marking(RedView) +
+             Marking(View("<green threshold=\"0.5\" uncertainty=\"0\"><tag name=\"ok\" "
+                          "score=\"0.7\"/></green>"),
+                     "green-uuid") +
+             Marking(View("<blue_read><feat id=\"f\" loc=\"1,1\" angle=\"0\" size=\"2x2\" "
+                          "score=\"1\" covers=\"\"/></blue_read>"),
+                     "blue-uuid"));
+
+// An image class that the engine does not take.
+class OtherImage : public Tavrin::Vision::Implementation::ImageBase {
+public:
+    explicit OtherImage(ObjectCreateAccessToken const&) {}
+    int Width() const override { return 4; }
+    int Height() const override { return 4; }
+    std::shared_ptr<IImage> Copy(bool) const override { return nullptr; }
+};
+
+struct Outstanding {
+    int images;
+    int buffers;
+    int samples;
+    bool operator==(Outstanding const& o) const {
+        return images == o.images && buffers == o.buffers && samples == o.samples;
+    }
+};
+
+std::ostream& operator<<(std::ostream& out, Outstanding const& o) {
+    return out << "{images " << o.images << ", buffers " << o.buffers << ", samples " << o.samples
+               << "}";
+}
+
+Outstanding Held() {
+    return {testkelo_count(TESTKELO_IMAGES), testkelo_count(TESTKELO_BUFFERS),
+            testkelo_count(TESTKELO_SAMPLES)};
+}
+
+// The entry points called, without their arguments, from the first kelo_init_image on, leaving
+// out the parameter push.
+std::vector<std::string> RunCalls() {
+    std::vector<std::string> names;
+    for (std::string const& call : WorkspaceFiles::CallsFrom("kelo_init_image"))
+        if (call.rfind("kelo_runtime_tool_", 0) != 0)
+            names.push_back(call.substr(0, call.find('(')));
+    return names;
+}
+
+class StreamExecution : public ThreeKindsOperatorTest {
+protected:
+    void SetUp() override {
+        ThreeKindsOperatorTest::SetUp();
+        testkelo_set_result_document(RunDocument.c_str());
+        testkelo_clear_log();
+    }
+
+    std::shared_ptr<Image8Grey> image_ = CreateObject<Image8Grey>(64, 48);
+};
+
+TEST_F(StreamExecution, RunsEveryKindOfToolAndReleasesWhatItTook) {
+    Outstanding const before = Held();
+    auto result = op_->Execute(*image_);
+
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->Tool(), Tool("red-uuid"));
+    auto markings = result->ResultImage()->ResultMarking();
+    ASSERT_EQ(markings->Count(), 3);
+    EXPECT_DOUBLE_EQ(FirstView(result)->ResultRed()->ResultRegions()->Item(0)->Center()->X(), 10);
+    EXPECT_EQ(markings->Item(1)->ResultViews()->Item(0)->ResultGreen()->BestTag()->Name(), "ok");
+    EXPECT_EQ(markings->Item(2)->ResultViews()->Item(0)->ResultBlue()->Features()->Count(), 1);
+
+    EXPECT_EQ(RunCalls(),
+              (std::vector<std::string>{
+                  "kelo_init_image", "kelo_runtime_create_sample", "kelo_runtime_sample_add_image",
+                  "kelo_runtime_sample_process", "kelo_init_buffer", "kelo_runtime_get_sample",
+                  "kelo_runtime_free_sample", "kelo_free_image", "kelo_free_buffer"}));
+    EXPECT_EQ(Held(), before);
+    EXPECT_EQ(testkelo_count(TESTKELO_INVALID_HANDLES), 0);
+}
+
+TEST_F(StreamExecution, GreyImagesReachTheEngineInPlace) {
+    op_->Execute(*image_);
+    EngineImage sent = testkelo_last_sample_image();
+    auto memory = image_->GetPixelMemory(Tavrin::Vision::ImageDataModeConstants_Read, 0, 0, 64, 48);
+    EXPECT_EQ((std::vector<int>{sent.width, sent.height, sent.channels, sent.pixelType, sent.step}),
+              (std::vector<int>{64, 48, 1, 0, memory->Step()}));
+    EXPECT_EQ(sent.pixels, memory->FirstPel());
+
+    auto deep = CreateObject<Image16Grey>(6, 4);
+    op_->Execute(*deep);
+    sent = testkelo_last_sample_image();
+    EXPECT_EQ((std::vector<int>{sent.width, sent.height, sent.channels, sent.pixelType, sent.step}),
+              (std::vector<int>{6, 4, 1, 1, 12}));
+}
+
+TEST_F(StreamExecution, ColourPlanesGoToTheEngineInReverseOrder) {
+    auto color = CreateObject<Image24PlanarColor>(8, 2);
+    std::shared_ptr<Tavrin::Vision::IImage8PixelMemory> planes[3];
+    color->Get3PlanePixelMemory(Tavrin::Vision::ImageDataModeConstants_Read, 0, 0, 8, 2, planes[0],
+                                planes[1], planes[2]);
+    op_->Execute(*color);
+    TestKeloCreatedImage const created = testkelo_last_created_image();
+    EXPECT_EQ((std::vector<int>{created.width, created.height, created.step, created.format}),
+              (std::vector<int>{8, 2, planes[2]->Step(), 0}));
+    EXPECT_EQ((std::vector<void const*>{created.planes[0], created.planes[1], created.planes[2],
+                                        created.reserved}),
+              (std::vector<void const*>{planes[2]->FirstPel(), planes[1]->FirstPel(),
+                                        planes[0]->FirstPel(), nullptr}));
+}
+
+TEST_F(StreamExecution, AnImageOfAnotherClassIsRefused) {
+    auto other = CreateObject<OtherImage>();
+    try {
+        op_->Execute(*other);
+        ADD_FAILURE() << "nothing thrown";
+    } catch (Tavrin::Vision::ImageException const& e) {
+        EXPECT_EQ(e.Code(), 18);
+        EXPECT_EQ(e.Message(), Tavrin::Vision::Strings::E_TavImage_BadType);
+    }
+    EXPECT_EQ(testkelo_call_count("kelo_runtime_create_sample"), 0);
+}
+
+struct FailureRow {
+    char const* entryPoint;
+    int code;
+    char const* message;
+    bool initialize;  // DeepLearningInitializeException rather than its base
+    Outstanding left; // beyond what was held before the run
+};
+
+// Each failing engine call of a run: its exception and what stays held in the engine. A failed
+// run leaves its sample until the workspace closes.
+TEST_F(StreamExecution, EachFailingStepReportsAndReleasesInItsOrder) {
+    FailureRow const rows[] = {
+        {"kelo_init_image",
+         21,
+         "Failed to Initialize Solvarine Deep Learning Image",
+         false,
+         {0, 0, 0}},
+        {"kelo_runtime_create_sample", 15, "Failed to Create Sample: boom", false, {0, 0, 0}},
+        {"kelo_runtime_sample_add_image",
+         16,
+         "Failed to Add Image to Sample: boom",
+         false,
+         {0, 0, 1}},
+        {"kelo_runtime_sample_process",
+         17,
+         "Failed to Run Solvarine Deep Learning Stream: boom",
+         false,
+         {0, 0, 1}},
+        {"kelo_init_buffer",
+         2,
+         "Could not initialize Solvarine Deep Learning buffer",
+         true,
+         {1, 0, 1}},
+        {"kelo_runtime_get_sample",
+         18,
+         "Failed to Get the Execution result: boom",
+         false,
+         {0, 0, 1}},
+        {"kelo_free_buffer",
+         19,
+         "Failed to Free Solvarine Deep Learning Image: boom",
+         false,
+         {0, 1, 0}},
+    };
+    for (FailureRow const& row : rows) {
+        SCOPED_TRACE(row.entryPoint);
+        Outstanding const before = Held();
+        testkelo_fail(row.entryPoint, 1, TESTKELO_REFUSED, "boom");
+        try {
+            op_->Execute(*image_);
+            ADD_FAILURE() << "nothing thrown";
+        } catch (DeepLearningException const& e) {
+            EXPECT_EQ(e.Code(), row.code);
+            EXPECT_EQ(e.Message(), row.message);
+            EXPECT_EQ(dynamic_cast<DeepLearningInitializeException const*>(&e) != nullptr,
+                      row.initialize);
+        }
+        EXPECT_EQ(Held(),
+                  (Outstanding{before.images + row.left.images, before.buffers + row.left.buffers,
+                               before.samples + row.left.samples}));
+        EXPECT_TRUE(op_->Execute(*image_)) << "the lock and the engine are free again";
+    }
+}
+
+TEST_F(StreamExecution, ADecodingFailureReachesTheCallerUnchanged) {
+    Outstanding const before = Held();
+    std::string const bad = Document(Marking(RedView, "red-uuid", "ms"));
+    testkelo_set_result_document(bad.c_str());
+    EXPECT_THROW(op_->Execute(*image_), std::invalid_argument);
+    EXPECT_EQ(Held(), (Outstanding{before.images, before.buffers, before.samples + 1}));
+}
+
+TEST_F(StreamExecution, AParameterRefusedBeforeTheRunMakesNoSample) {
+    auto red = std::dynamic_pointer_cast<DLQuickRedToolRuntimeParams>(Tool("red-uuid"));
+    red->setUpperThreshold(0.5);
+    testkelo_fail("kelo_runtime_tool_set_parameter", 1, TESTKELO_REFUSED, "no");
+    Outstanding const before = Held();
+    EXPECT_THROW(op_->Execute(*image_), DeepLearningException);
+    EXPECT_EQ(Held(), before);
+    EXPECT_EQ(testkelo_call_count("kelo_runtime_create_sample"), 0);
+}
+
+TEST_F(StreamExecution, EachRunHasAFreshSample) {
+    op_->Execute(*image_);
+    op_->Execute(*image_);
+    std::set<std::string> ids;
+    for (std::string const& call : TestKelo::LoggedCalls())
+        if (call.rfind("kelo_runtime_create_sample", 0) == 0)
+            ids.insert(WorkspaceFiles::Arguments(call).at(2));
+    ASSERT_EQ(ids.size(), 2u);
+    EXPECT_EQ(ids.begin()->size(), 36u);
+}
+
+TEST_F(StreamExecution, ResultsComeInTheImagesSelectedSpace) {
+    image_->CoordinateSpaceTree()->AddSpace("half", "#", *Linear(0.5, 0, 0, 0.5, 0, 0));
+    image_->setSelectedSpaceName("half");
+    auto center = FirstView(op_->Execute(*image_))->ResultRed()->ResultRegions()->Item(0)->Center();
+    EXPECT_DOUBLE_EQ(center->X(), 5);
+    EXPECT_DOUBLE_EQ(center->Y(), 10);
+}
+
+} // namespace
