@@ -52,6 +52,7 @@
 #include <Vision/DeepLearning/DLResultTrainingFlag.h>
 #include <Vision/DeepLearning/DLResultView.h>
 #include <Vision/DeepLearning/DLResultViewReadOnlyCollection.h>
+#include <Vision/DeepLearning/DLRuntimeTool.h>
 #include <Vision/DeepLearning/DLStream.h>
 #include <Vision/DeepLearning/DLStreamReadOnlyCollection.h>
 #include <Vision/DeepLearning/DLToolRuntimeParams.h>

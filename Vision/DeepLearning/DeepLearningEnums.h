@@ -10,3 +10,16 @@ enum class DLResultFeatureMetricsType : int {
 };
 
 } // namespace Tavrin::Vision::DeepLearning
+
+namespace Tavrin::Vision::DeepLearning {
+
+// What a runtime tool keeps of its input for the last-run record; the values are bits, and All
+// sets every bit, the unnamed ones included.
+enum class DLLastRunRecordConstants : int {
+    All = -1,
+    InputImageDeepCopy = 2,
+    InputImageByReference = 1,
+    None = 0,
+};
+
+} // namespace Tavrin::Vision::DeepLearning

@@ -17,22 +17,6 @@ using Tavrin::Vision::Image24PlanarColor;
 using Tavrin::Vision::Image8Grey;
 using Tavrin::Vision::ImageDataModeConstants_Read;
 
-// An engine image of one byte per sample whose sample at (x, y) is x + 10 y, with a row gap of
-// three bytes.
-std::vector<unsigned char> PatternPixels(int width, int height, int channels, int step) {
-    std::vector<unsigned char> pixels(static_cast<std::size_t>(step) * height, 0xEE);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width * channels; ++x)
-            pixels[y * step + x] = static_cast<unsigned char>(x / channels + 10 * y + x % channels);
-    return pixels;
-}
-
-void AddResource(char const* uuid, int width, int height, int channels, int pixelType,
-                 std::vector<unsigned char> const& pixels, int step) {
-    EngineImage const image{width, height, channels, 0, pixels.data(), pixelType, step};
-    testkelo_add_resource_image(uuid, &image);
-}
-
 template <class Image> std::vector<int> Samples(IImagePtr const& image) {
     auto grey = std::dynamic_pointer_cast<Image>(image);
     EXPECT_TRUE(grey);

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include <Vision/Core/Image8Grey.h>
 #include <Vision/Core/RectangleAffine.h>
 #include <Vision/Core/Transform2D.h>
 
@@ -40,7 +42,40 @@ inline std::string Resource(std::string const& name, std::string const& uuid,
     return "<resource name=\"" + name + "\" type=\"image\" uuid=\"" + uuid + "\"" + extra + "/>";
 }
 
+// A red view of one region with two points.
+inline std::string ThreeKindsRedView() {
+    return View(Red("<region score=\"0.9\" name=\"r0\" area=\"4\" perimeter=\"8\" "
+                    "center=\"10,20\" covers=\"\" coverage=\"\" points=\"8,18 12,22\"/>"));
+}
+
+// A run of the three-kinds stream: a marking for each of its tools.
+inline std::string ThreeKindsRunDocument() {
+    return Document(Marking(ThreeKindsRedView()) +
+                    Marking(View("<green threshold=\"0.5\" uncertainty=\"0\"><tag name=\"ok\" "
+                                 "score=\"0.7\"/></green>"),
+                            "green-uuid") +
+                    Marking(View("<blue_read><feat id=\"f\" loc=\"1,1\" angle=\"0\" "
+                                 "size=\"2x2\" score=\"1\" covers=\"\"/></blue_read>"),
+                            "blue-uuid"));
+}
+
 } // namespace ResultDocs
+
+// An engine image of one byte per sample whose sample at (x, y) is x + 10 y, with a row gap of
+// three bytes.
+inline std::vector<unsigned char> PatternPixels(int width, int height, int channels, int step) {
+    std::vector<unsigned char> pixels(static_cast<std::size_t>(step) * height, 0xEE);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width * channels; ++x)
+            pixels[y * step + x] = static_cast<unsigned char>(x / channels + 10 * y + x % channels);
+    return pixels;
+}
+
+inline void AddResource(char const* uuid, int width, int height, int channels, int pixelType,
+                        std::vector<unsigned char> const& pixels, int step) {
+    EngineImage const image{width, height, channels, 0, pixels.data(), pixelType, step};
+    testkelo_add_resource_image(uuid, &image);
+}
 
 // The first view of the first marking.
 inline Tavrin::Vision::DeepLearning::DLResultViewPtr
@@ -76,4 +111,33 @@ protected:
     }
 
     std::shared_ptr<Tavrin::Vision::DeepLearning::DLOperator> op_;
+};
+
+// A runtime tool on the three-kinds workspace, beside the fixture's operator, with the engine
+// scripted to answer the three-kinds run.
+class ThreeKindsRuntimeToolTest : public ThreeKindsOperatorTest {
+protected:
+    void SetUp() override {
+        ThreeKindsOperatorTest::SetUp();
+        testkelo_set_result_document(ResultDocs::ThreeKindsRunDocument().c_str());
+        tool_ = Tavrin::Brnt::CreateObject<Tavrin::Vision::DeepLearning::DLRuntimeTool>();
+        tool_->LoadWorkspace(File);
+        tool_->setInputImage(image_);
+    }
+    void TearDown() override {
+        tool_.reset();
+        ThreeKindsOperatorTest::TearDown();
+    }
+
+public:
+    // A tool of the runtime tool's own workspace clone.
+    Tavrin::Vision::DeepLearning::DLToolRuntimeParamsPtr LiveTool(char const* id) {
+        return Tavrin::Vision::DeepLearning::Private::DeepLearningAccess::FindTool(
+            *tool_->DeepLearningOperator()->Workspace(), id);
+    }
+
+protected:
+    std::shared_ptr<Tavrin::Vision::Image8Grey> image_ =
+        Tavrin::Brnt::CreateObject<Tavrin::Vision::Image8Grey>(64, 48);
+    std::shared_ptr<Tavrin::Vision::DeepLearning::DLRuntimeTool> tool_;
 };

@@ -19,18 +19,6 @@ using Tavrin::Vision::Image16Grey;
 using Tavrin::Vision::Image24PlanarColor;
 using Tavrin::Vision::Image8Grey;
 
-std::string const RedView = View(
-    Red("<region score=\"0.9\" name=\"r0\" area=\"4\" perimeter=\"8\" center=\"10,20\" covers=\"\" "
-        "coverage=\"\" points=\"8,18 12,22\"/>"));
-std::string const RunDocument =
-    Document(Marking(RedView) +
-             Marking(View("<green threshold=\"0.5\" uncertainty=\"0\"><tag name=\"ok\" "
-                          "score=\"0.7\"/></green>"),
-                     "green-uuid") +
-             Marking(View("<blue_read><feat id=\"f\" loc=\"1,1\" angle=\"0\" size=\"2x2\" "
-                          "score=\"1\" covers=\"\"/></blue_read>"),
-                     "blue-uuid"));
-
 // An image class that the engine does not take.
 class OtherImage : public Tavrin::Vision::Implementation::ImageBase {
 public:
@@ -73,7 +61,7 @@ class StreamExecution : public ThreeKindsOperatorTest {
 protected:
     void SetUp() override {
         ThreeKindsOperatorTest::SetUp();
-        testkelo_set_result_document(RunDocument.c_str());
+        testkelo_set_result_document(ThreeKindsRunDocument().c_str());
         testkelo_clear_log();
     }
 
@@ -209,7 +197,7 @@ TEST_F(StreamExecution, EachFailingStepReportsAndReleasesInItsOrder) {
 
 TEST_F(StreamExecution, ADecodingFailureReachesTheCallerUnchanged) {
     Outstanding const before = Held();
-    std::string const bad = Document(Marking(RedView, "red-uuid", "ms"));
+    std::string const bad = Document(Marking(ThreeKindsRedView(), "red-uuid", "ms"));
     testkelo_set_result_document(bad.c_str());
     EXPECT_THROW(op_->Execute(*image_), std::invalid_argument);
     EXPECT_EQ(Held(), (Outstanding{before.images, before.buffers, before.samples + 1}));

@@ -1,0 +1,330 @@
+#include "records/BlueGraphics.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <Vision/Core/Ellipse.h>
+#include <Vision/Core/LineSegment.h>
+#include <Vision/Core/PointMarker.h>
+#include <Vision/Core/RectangleAffine.h>
+#include <Vision/Core/Transform2D.h>
+
+#include "Vision/DeepLearning/DLBlueFeature.h"
+#include "Vision/DeepLearning/DLBlueReadToolRuntimeParams.h"
+#include "Vision/DeepLearning/DLBlueToolRuntimeParams.h"
+#include "Vision/DeepLearning/DLResultBlue.h"
+#include "Vision/DeepLearning/DLResultBlueMatchRegion.h"
+#include "Vision/DeepLearning/DLResultMatchLayout.h"
+#include "Vision/DeepLearning/DLResultMatchNode.h"
+#include "Vision/DeepLearning/DLResultMatchRegex.h"
+#include "Vision/DeepLearning/DLResultMatchString.h"
+#include "records/GraphicLooks.h"
+
+namespace Tavrin::Vision::DeepLearning::Records {
+
+namespace {
+
+using Features = std::vector<DLBlueFeaturePtr>;
+
+constexpr CopyShapeConstants GeometryOnly = CopyShapeConstants_GeometryOnly;
+constexpr int FeatureMarkerSize = 25;
+// From a side length to a radius or a half extent.
+constexpr double Half = 0.5;
+// Bracket arms, in view units. A read tool's arms are unequal so that its small brackets
+// still show which side is X.
+constexpr double BracketArm = 20.0;
+constexpr double ReadBracketArmX = 5.0;
+constexpr double ReadBracketArmY = 10.0;
+char const* const MatchedFeaturePrefix = "* ";
+
+// Every label here is black on yellow; only where the text sits on its anchor differs.
+LabelLook BlueLabel(GraphicLabelAlignmentConstants alignment) {
+    return {alignment, Palette::Yellow, Palette::Black};
+}
+
+struct ShowFlags {
+    bool features;
+    bool models;
+};
+
+template <class Tool> ShowFlags ShowFlagsOf(DLToolRuntimeParams const& tool) {
+    auto const& blueTool = dynamic_cast<Tool const&>(tool);
+    return {blueTool.ShowFeatures(), blueTool.ShowModels()};
+}
+
+ShowFlags ReadShowFlags(DLToolRuntimeParams const& tool, bool isRead) {
+    return isRead ? ShowFlagsOf<DLBlueReadToolRuntimeParams>(tool)
+                  : ShowFlagsOf<DLBlueToolRuntimeParams>(tool);
+}
+
+struct Point {
+    double x;
+    double y;
+};
+
+Point operator+(Point a, Point b) {
+    return {a.x + b.x, a.y + b.y};
+}
+Point operator-(Point a, Point b) {
+    return {a.x - b.x, a.y - b.y};
+}
+
+// The arm of the given length from one corner towards another. A side of length 0 has no
+// direction; nothing guards it.
+Point Arm(Point from, Point to, double length) {
+    Point const side = to - from;
+    double const inverseNorm = 1.0 / std::sqrt(side.x * side.x + side.y * side.y);
+    return {side.x * inverseNorm * length, side.y * inverseNorm * length};
+}
+
+template <class Match>
+std::shared_ptr<DLBlueFeatureReadOnlyCollection> FeaturesOfKind(DLResultMatchPtr const& match) {
+    auto const typed = std::dynamic_pointer_cast<Match>(match);
+    return typed ? typed->Features() : nullptr;
+}
+
+// A layout keeps its features in its regions, and those don't count as matched.
+std::shared_ptr<DLBlueFeatureReadOnlyCollection> MatchFeatures(DLResultMatchPtr const& match) {
+    std::string const type = match->ModelType();
+    if (type == "regex")
+        return FeaturesOfKind<DLResultMatchRegex>(match);
+    if (type == "string")
+        return FeaturesOfKind<DLResultMatchString>(match);
+    if (type == "node")
+        return FeaturesOfKind<DLResultMatchNode>(match);
+    return nullptr;
+}
+
+// Repetitions stay: a feature that two matches share is drawn once for each.
+Features CollectMatchFeatures(DLResultMatchReadOnlyCollection const& matches) {
+    Features collected;
+    for (auto const& match : matches)
+        if (auto const features = MatchFeatures(match))
+            collected.insert(collected.end(), features->begin(), features->end());
+    return collected;
+}
+
+bool Contains(Features const& features, DLBlueFeaturePtr const& feature) {
+    return std::find(features.begin(), features.end(), feature) != features.end();
+}
+
+std::shared_ptr<LineSegment> MakeCornerSegment(Transform2DLinear const& pose, Point start,
+                                               Point end, LineSegmentAdornmentConstants adornment) {
+    auto segment = Brnt::CreateObject<LineSegment>();
+    segment->SetStartEnd(start.x, start.y, end.x, end.y);
+    auto mapped = segment->MapLinear(pose, GeometryOnly);
+    mapped->setEndPointAdornment(adornment);
+    return mapped;
+}
+
+// Brackets are built upright in the view, where the arms have their lengths, and then mapped
+// back into the image.
+void AddFeatureCorners(GraphicCollection& graphics, DLResultView const& view,
+                       RectangleAffine const& rectangle, bool isRead) {
+    auto const local = rectangle.MapLinear(*view.Pose()->Invert(), GeometryOnly);
+    Point const o{local->CornerOriginX(), local->CornerOriginY()};
+    Point const p{local->CornerOppositeX(), local->CornerOppositeY()};
+    Point const x{local->CornerXX(), local->CornerXY()};
+    Point const y{local->CornerYX(), local->CornerYY()};
+    Point const dx = Arm(o, x, isRead ? ReadBracketArmX : BracketArm);
+    Point const dy = Arm(o, y, isRead ? ReadBracketArmY : BracketArm);
+    // Arrows at the origin corner show a plain tool's feature direction.
+    LineSegmentAdornmentConstants const origin =
+        isRead ? LineSegmentAdornmentConstants_None : LineSegmentAdornmentConstants_Arrow;
+    LineSegmentAdornmentConstants const none = LineSegmentAdornmentConstants_None;
+
+    struct Bracket {
+        Point start;
+        Point end;
+        LineSegmentAdornmentConstants adornment;
+    };
+    Bracket const brackets[] = {
+        {o, o + dx, origin}, {o, o + dy, origin}, {p, p - dx, none}, {p, p - dy, none},
+        {x, x - dx, none},   {x, x + dy, none},   {y, y + dx, none}, {y, y - dy, none},
+    };
+    for (Bracket const& bracket : brackets)
+        AddStyled(graphics,
+                  MakeCornerSegment(*view.Pose(), bracket.start, bracket.end, bracket.adornment),
+                  Palette::Blue);
+}
+
+// The ellipse is inscribed in the feature as the view sees it, then mapped into the image.
+void AddFeatureEllipse(GraphicCollection& graphics, DLResultView const& view,
+                       RectangleAffine const& rectangle) {
+    auto const local = rectangle.MapLinear(*view.Pose()->Invert(), GeometryOnly);
+    auto ellipse = Brnt::CreateObject<Ellipse>();
+    ellipse->SetCenterXYRadiusXYRotation(local->CenterX(), local->CenterY(),
+                                         local->SideXLength() * Half, local->SideYLength() * Half,
+                                         local->Rotation());
+    AddStyled(graphics, ellipse->MapLinear(*view.Pose(), GeometryOnly), Palette::Blue);
+}
+
+void AddFeatureMarker(GraphicCollection& graphics, RectangleAffine const& rectangle) {
+    auto marker = Brnt::CreateObject<PointMarker>();
+    marker->setX(rectangle.CenterX());
+    marker->setY(rectangle.CenterY());
+    marker->setSizeInScreenPixels(FeatureMarkerSize);
+    marker->setRotation(rectangle.Rotation());
+    AddStyled(graphics, marker, Palette::Blue);
+}
+
+struct FeatureDrawing {
+    bool rectangular;
+    bool isRead;
+    bool showLabel;
+    bool marked; // the feature stands in a match
+};
+
+// Beside brackets the label sits at corner Y. An ellipse doesn't reach the corners, so there
+// the label hangs from the middle of the edge opposite side X, where the ellipse touches it.
+void AddFeatureLabel(GraphicCollection& graphics, DLBlueFeature const& feature,
+                     RectangleAffine const& rectangle, FeatureDrawing const& drawing) {
+    std::string const text = drawing.marked ? MatchedFeaturePrefix + feature.Id() : feature.Id();
+    double x = rectangle.CornerYX();
+    double y = rectangle.CornerYY();
+    if (!drawing.rectangular) {
+        x += (rectangle.CornerOppositeX() - rectangle.CornerYX()) * Half;
+        y += (rectangle.CornerOppositeY() - rectangle.CornerYY()) * Half;
+    }
+    AddLabel(graphics, x, y, text,
+             BlueLabel(drawing.rectangular ? GraphicLabelAlignmentConstants_TopLeft
+                                           : GraphicLabelAlignmentConstants_TopCenter),
+             rectangle.Rotation());
+}
+
+void AddFeatureGraphics(GraphicCollection& graphics, DLResultView const& view,
+                        DLBlueFeature const& feature, FeatureDrawing const& drawing) {
+    RectangleAffine const& rectangle = *feature.Rectangle();
+    if (drawing.rectangular)
+        AddFeatureCorners(graphics, view, rectangle, drawing.isRead);
+    else
+        AddFeatureEllipse(graphics, view, rectangle);
+    if (!drawing.isRead)
+        AddFeatureMarker(graphics, rectangle);
+    if (drawing.showLabel)
+        AddFeatureLabel(graphics, feature, rectangle, drawing);
+}
+
+// Matched features first, in match order; a read tool labels only unmatched ones, and only
+// when the result asks for labels.
+void AddFeatures(GraphicCollection& graphics, DLResultView const& view, DLResultBlue const& blue,
+                 bool isRead) {
+    if (!blue.ShowFeatureChiclets() && !blue.ShowRectangularFeatures())
+        return;
+    Features const matched = CollectMatchFeatures(*blue.Matches());
+    FeatureDrawing drawing{blue.ShowRectangularFeatures(), isRead, !isRead, true};
+    for (auto const& feature : matched)
+        AddFeatureGraphics(graphics, view, *feature, drawing);
+
+    drawing.showLabel = blue.ShowFeatureChiclets();
+    drawing.marked = false;
+    for (auto const& feature : *blue.Features())
+        if (!Contains(matched, feature))
+            AddFeatureGraphics(graphics, view, *feature, drawing);
+}
+
+// The box is taken upright in the view from each feature's centre and its own side lengths,
+// not its corners, so a feature turned against the view counts with its unturned size. No
+// features leave the extents infinite.
+std::shared_ptr<RectangleAffine>
+MatchFeatureBounds(DLResultView const& view, DLBlueFeatureReadOnlyCollection const& features) {
+    double const infinity = std::numeric_limits<double>::infinity();
+    double minX = infinity, minY = infinity, maxX = -infinity, maxY = -infinity;
+    auto const inverse = view.Pose()->Invert();
+    for (auto const& feature : features) {
+        auto const local = feature->Rectangle()->MapLinear(*inverse, GeometryOnly);
+        double const halfX = local->SideXLength() * Half;
+        double const halfY = local->SideYLength() * Half;
+        minX = std::min(minX, local->CenterX() - halfX);
+        minY = std::min(minY, local->CenterY() - halfY);
+        maxX = std::max(maxX, local->CenterX() + halfX);
+        maxY = std::max(maxY, local->CenterY() + halfY);
+    }
+    auto bounds = Brnt::CreateObject<RectangleAffine>();
+    bounds->SetOriginCornerXCornerY(minX, minY, maxX, minY, minX, maxY);
+    return bounds->MapLinear(*view.Pose(), GeometryOnly);
+}
+
+void AddMatchBox(GraphicCollection& graphics, DLResultView const& view, std::string const& modelId,
+                 std::string const& text, DLBlueFeatureReadOnlyCollection const& features) {
+    auto const box = MatchFeatureBounds(view, features);
+    AddStyled(graphics, box, Palette::Yellow);
+    AddLabel(graphics, box->CornerYX(), box->CornerYY(), modelId + " " + text,
+             BlueLabel(GraphicLabelAlignmentConstants_TopLeft), box->Rotation());
+}
+
+// An open chain through the feature centres, in the match's order.
+void AddNodeLinks(GraphicCollection& graphics, DLResultMatchNode const& match) {
+    Features const& features = match.Features()->GetDataC();
+    for (std::size_t index = 1; index < features.size(); ++index) {
+        auto const previous = features[index - 1]->Rectangle();
+        auto const current = features[index]->Rectangle();
+        auto link = Brnt::CreateObject<LineSegment>();
+        link->SetStartEnd(previous->CenterX(), previous->CenterY(), current->CenterX(),
+                          current->CenterY());
+        // Thin on purpose: the links stay at the default width.
+        link->setColor(Palette::NodeLink);
+        graphics.Add(link);
+    }
+}
+
+void AddLayoutRegions(GraphicCollection& graphics, DLResultMatchLayout const& match) {
+    for (auto const& region : *match.Regions()) {
+        auto const rectangle = region->Rectangle()->Copy(GeometryOnly);
+        AddStyled(graphics, rectangle, Palette::Blue);
+        AddLabel(graphics, rectangle->CornerYX(), rectangle->CornerYY(), region->Name(),
+                 BlueLabel(GraphicLabelAlignmentConstants_CenterLeft), rectangle->Rotation());
+    }
+}
+
+// A read tool shows a node as text in a box, like a string; a plain tool shows how it links.
+void AddNodeMatch(GraphicCollection& graphics, DLResultView const& view,
+                  DLResultMatchNode const& match, bool isRead) {
+    if (isRead)
+        AddMatchBox(graphics, view, match.ModelID(), match.PrettifiedString(), *match.Features());
+    else
+        AddNodeLinks(graphics, match);
+}
+
+void AddMatch(GraphicCollection& graphics, DLResultView const& view, DLResultMatchPtr const& match,
+              bool isRead) {
+    std::string const type = match->ModelType();
+    if (type == "node") {
+        AddNodeMatch(graphics, view, *std::dynamic_pointer_cast<DLResultMatchNode>(match), isRead);
+    } else if (type == "layout") {
+        AddLayoutRegions(graphics, *std::dynamic_pointer_cast<DLResultMatchLayout>(match));
+    } else if (type == "regex") {
+        auto const regex = std::dynamic_pointer_cast<DLResultMatchRegex>(match);
+        AddMatchBox(graphics, view, regex->ModelID(), regex->PrettifiedString(),
+                    *regex->Features());
+    } else if (type == "string") {
+        auto const string = std::dynamic_pointer_cast<DLResultMatchString>(match);
+        AddMatchBox(graphics, view, string->ModelID(), string->MatchString(), *string->Features());
+    }
+}
+
+void AddMatchGraphics(GraphicCollection& graphics, DLResultView const& view,
+                      DLResultMatchReadOnlyCollection const& matches, bool isRead) {
+    for (auto const& match : matches)
+        AddMatch(graphics, view, match, isRead);
+}
+
+} // namespace
+
+void AddBlueGraphics(GraphicCollection& graphics, DLResultView const& view, bool isRead,
+                     DLToolRuntimeParams const& tool) {
+    ShowFlags const show = ReadShowFlags(tool, isRead);
+    auto const blue = view.ResultBlue();
+    if (!blue)
+        return;
+    if (blue->Features() && show.features)
+        AddFeatures(graphics, view, *blue, isRead);
+    if (blue->Matches() && show.models)
+        AddMatchGraphics(graphics, view, *blue->Matches(), isRead);
+}
+
+} // namespace Tavrin::Vision::DeepLearning::Records

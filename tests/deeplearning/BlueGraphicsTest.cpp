@@ -1,0 +1,303 @@
+#include <cmath>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <Vision/Core/Ellipse.h>
+#include <Vision/Core/GraphicCollection.h>
+#include <Vision/Core/GraphicLabel.h>
+#include <Vision/Core/LineSegment.h>
+#include <Vision/Core/PointMarker.h>
+
+#include "ResultTestSupport.h"
+#include "ToolTestSupport.h"
+#include "records/BlueGraphics.h"
+
+namespace {
+
+using namespace Tavrin::Vision;
+using namespace Tavrin::Vision::DeepLearning;
+using namespace ResultDocs;
+using Peer = Private::DeepLearningAccessTestPeer;
+using Texts = std::vector<std::string>;
+
+// In document order a, c, b, d: x' = -2y + 100, y' = 2x + 2y + 50. Turned, sheared and
+// scaled, so that shapes built upright in the view differ from shapes built in the image.
+char const* const Pose = "0,2,-2,2,100,50";
+
+// f0 lies along the view; f1 is turned a quarter against it; f2 sits on the view's origin.
+std::string const F0 =
+    "<feat id=\"f0\" loc=\"10,20\" angle=\"0\" size=\"40x60\" score=\"0.9\" covers=\"\"/>";
+std::string const AllFeatures =
+    F0 + "<feat id=\"f1\" loc=\"60,20\" angle=\"1.5707963267948966\" size=\"10x40\" score=\"0.8\" "
+         "covers=\"\"/><feat id=\"f2\" loc=\"0,0\" angle=\"0\" size=\"10x10\" score=\"0.7\" "
+         "covers=\"\"/>";
+
+std::string const Chiclets = "show_feature_chiclets=\"true\" ";
+std::string const Rectangular = "show_rectangular_features=\"true\" ";
+
+std::string Refs(std::vector<int> const& indices) {
+    std::string refs;
+    for (int index : indices)
+        refs += "<feat idx=\"" + std::to_string(index) + "\"/>";
+    return refs;
+}
+
+std::string Match(std::string const& head, std::string const& children) {
+    return "<match " + head + ">" + children + "</match>";
+}
+std::string StringMatch(std::vector<int> const& refs) {
+    return Match("model_id=\"s\" model_type=\"string\" string=\"AB\"", Refs(refs));
+}
+std::string RegexMatch(std::vector<int> const& refs) {
+    return Match("model_id=\"x\" model_type=\"regex\" covers=\"\" string=\"AB\" "
+                 "prettified_string=\"A-B\"",
+                 Refs(refs));
+}
+std::string NodeMatch(std::vector<int> const& refs) {
+    return Match("model_id=\"n\" model_type=\"node\" covers=\"\" node_coords=\"0;0\" "
+                 "string=\"s\" prettified_string=\"p\"",
+                 Refs(refs));
+}
+std::string const LayoutMatch =
+    Match("model_id=\"l\" model_type=\"layout\" covers=\"\"",
+          "<region name=\"top\" origin=\"0,0\" size=\"10x20\">" + Refs({1}) +
+              "</region><region name=\"bottom\" origin=\"20,30\" size=\"10x10\"/>");
+
+std::string Number(double value) {
+    double const rounded = std::round(value * 1000) / 1000;
+    std::ostringstream text;
+    text << (rounded == 0 ? 0.0 : rounded);
+    return text.str();
+}
+std::string At(double x, double y) {
+    return Number(x) + "," + Number(y);
+}
+std::string Hex(Color32 color) {
+    std::ostringstream text;
+    text << std::hex << color.Value();
+    return text.str();
+}
+std::string Look(IGraphic const& graphic) {
+    return " " + Hex(graphic.Color()) + " w" + std::to_string(graphic.LineWidthInScreenPixels());
+}
+
+std::string Describe(IGraphicPtr const& graphic) {
+    if (auto s = std::dynamic_pointer_cast<LineSegment>(graphic))
+        return "segment " + At(s->StartX(), s->StartY()) + " " + At(s->EndX(), s->EndY()) +
+               (s->EndPointAdornment() == LineSegmentAdornmentConstants_Arrow ? " arrow" : "") +
+               Look(*s);
+    if (auto e = std::dynamic_pointer_cast<Ellipse>(graphic))
+        return "ellipse " + At(e->CenterX(), e->CenterY()) + " " + At(e->RadiusX(), e->RadiusY()) +
+               " " + Number(e->Rotation()) + Look(*e);
+    if (auto m = std::dynamic_pointer_cast<PointMarker>(graphic))
+        return "marker " + At(m->X(), m->Y()) + " " + Number(m->Rotation()) + " size" +
+               std::to_string(m->SizeInScreenPixels()) + Look(*m);
+    if (auto r = std::dynamic_pointer_cast<RectangleAffine>(graphic))
+        return "rect " + At(r->CornerOriginX(), r->CornerOriginY()) + " " +
+               At(r->CornerXX(), r->CornerXY()) + " " + At(r->CornerYX(), r->CornerYY()) + Look(*r);
+    auto l = std::dynamic_pointer_cast<GraphicLabel>(graphic);
+    return "label '" + l->Text() + "' " + At(l->X(), l->Y()) + " " + Number(l->Rotation()) +
+           " align" + std::to_string(l->Alignment()) + " " + Hex(l->Color()) + " on " +
+           Hex(l->BackgroundColor());
+}
+
+Texts Described(GraphicCollection const& graphics) {
+    Texts texts;
+    for (auto const& graphic : graphics)
+        texts.push_back(Describe(graphic));
+    return texts;
+}
+
+// The kinds in drawing order, labels by their text.
+std::string Sketched(GraphicCollection const& graphics) {
+    std::string sketch;
+    for (auto const& graphic : graphics) {
+        std::string const description = Describe(graphic);
+        auto label = std::dynamic_pointer_cast<GraphicLabel>(graphic);
+        sketch +=
+            (label ? "'" + label->Text() + "'" : description.substr(0, description.find(' ')));
+        sketch += " ";
+    }
+    return sketch;
+}
+
+struct ToolShows {
+    bool features = true;
+    bool models = true;
+};
+
+template <class Tool> DLToolRuntimeParamsPtr BlueTool(ToolShows show) {
+    auto tool = ToolTest::MakeTool<Tool>();
+    tool->setShowFeatures(show.features);
+    tool->setShowModels(show.models);
+    return tool;
+}
+
+class BlueGraphics : public ThreeKindsOperatorTest {
+protected:
+    GraphicCollectionPtr Draw(std::string const& flags, std::string const& content, bool isRead,
+                              ToolShows show = {}) {
+        std::string const document =
+            Document(Marking(View("<blue " + flags + ">" + content + "</blue>", Pose), "blue-uuid"),
+                     "blue-uuid");
+        auto view = FirstView(Peer::ParseResultKeloXml(*op_->Workspace()->Streams()->Item(0),
+                                                       document.c_str(), Linear(1, 0, 0, 1, 0, 0)));
+        auto tool = isRead ? BlueTool<DLBlueReadToolRuntimeParams>(show)
+                           : BlueTool<DLBlueToolRuntimeParams>(show);
+        auto graphics = Tavrin::Brnt::CreateObject<GraphicCollection>();
+        Records::AddBlueGraphics(*graphics, *view, isRead, *tool);
+        return graphics;
+    }
+};
+
+struct ShapeCase {
+    char const* name;
+    std::string flags;
+    bool isRead;
+    Texts expected;
+};
+
+TEST_F(BlueGraphics, FeatureShapesAreBuiltUprightInTheViewAndMappedByThePose) {
+    ShapeCase const cases[] = {
+        {"plain tool, brackets with arrows at the origin",
+         Rectangular,
+         false,
+         {"segment 120,10 120,50 arrow ff0000ff w2", "segment 120,10 80,50 arrow ff0000ff w2",
+          "segment 0,210 0,170 ff0000ff w2", "segment 0,210 40,170 ff0000ff w2",
+          "segment 120,90 120,50 ff0000ff w2", "segment 120,90 80,130 ff0000ff w2",
+          "segment 0,130 0,170 ff0000ff w2", "segment 0,130 40,90 ff0000ff w2",
+          "marker 60,110 1.571 size25 ff0000ff w2"}},
+        {"read tool, short unequal arms and a label at corner Y",
+         Rectangular + Chiclets,
+         true,
+         {"segment 120,10 120,20 ff0000ff w2", "segment 120,10 100,30 ff0000ff w2",
+          "segment 0,210 0,200 ff0000ff w2", "segment 0,210 20,190 ff0000ff w2",
+          "segment 120,90 120,80 ff0000ff w2", "segment 120,90 100,110 ff0000ff w2",
+          "segment 0,130 0,140 ff0000ff w2", "segment 0,130 20,110 ff0000ff w2",
+          "label 'f0' 0,130 1.571 align0 ff000000 on ffffff00"}},
+        {"plain tool, ellipse with a label on the far Y edge",
+         Chiclets,
+         false,
+         {"ellipse 60,110 89.932,26.687 2.247 ff0000ff w2",
+          "marker 60,110 1.571 size25 ff0000ff w2",
+          "label 'f0' 0,170 1.571 align1 ff000000 on ffffff00"}},
+        {"read tool, ellipse without a marker",
+         Chiclets,
+         true,
+         {"ellipse 60,110 89.932,26.687 2.247 ff0000ff w2",
+          "label 'f0' 0,170 1.571 align1 ff000000 on ffffff00"}},
+    };
+    for (ShapeCase const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(Described(*Draw(c.flags, F0, c.isRead)), c.expected);
+    }
+}
+
+struct OrderCase {
+    char const* name;
+    std::string flags;
+    std::string content;
+    bool isRead;
+    std::string expected;
+};
+
+TEST_F(BlueGraphics, MatchedFeaturesComeFirstAndOnlyAPlainToolLabelsThem) {
+    // The layout's region holds f1, which still counts as unmatched.
+    std::string const matches = AllFeatures + StringMatch({2, 0}) + LayoutMatch;
+    std::string const brackets = "segment segment segment segment segment segment segment segment ";
+    OrderCase const cases[] = {
+        {"plain tool", Chiclets, matches, false,
+         "ellipse marker '* f2' ellipse marker '* f0' ellipse marker 'f1' "},
+        {"read tool", Chiclets, matches, true, "ellipse ellipse ellipse 'f1' "},
+        {"plain tool without chiclets", Rectangular, matches, false,
+         brackets + "marker '* f2' " + brackets + "marker '* f0' " + brackets + "marker "},
+        {"read tool without chiclets", Rectangular, matches, true, brackets + brackets + brackets},
+        {"a feature shared by two matches", Chiclets, F0 + StringMatch({0}) + RegexMatch({0}),
+         false, "ellipse marker '* f0' ellipse marker '* f0' "},
+    };
+    for (OrderCase const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(Sketched(*Draw(c.flags, c.content, c.isRead, {true, false})), c.expected);
+    }
+}
+
+struct FlagCase {
+    char const* name;
+    std::string flags;
+    bool isRead;
+    ToolShows show;
+    std::string expected;
+};
+
+TEST_F(BlueGraphics, EachShowFlagOpensOnlyItsOwnPart) {
+    FlagCase const cases[] = {
+        {"all shown", Chiclets, false, {true, true}, "ellipse marker '* f0' rect 's AB' "},
+        {"tool hides features", Chiclets, false, {false, true}, "rect 's AB' "},
+        {"tool hides models", Chiclets, false, {true, false}, "ellipse marker '* f0' "},
+        {"result asks for no features", "", false, {true, true}, "rect 's AB' "},
+        {"read tool hides features", Chiclets, true, {false, true}, "rect 's AB' "},
+        {"read tool hides models", Chiclets, true, {true, false}, "ellipse "},
+        {"tool hides both", Chiclets + Rectangular, false, {false, false}, ""},
+    };
+    for (FlagCase const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(Sketched(*Draw(c.flags, F0 + StringMatch({0}), c.isRead, c.show)), c.expected);
+    }
+}
+
+struct MatchCase {
+    char const* name;
+    std::string match;
+    bool isRead;
+    Texts expected;
+};
+
+TEST_F(BlueGraphics, EachMatchKindIsDrawnAsTheToolKindWants) {
+    // The box counts f1 with its unturned size: x from 55 to 65 in the view, not 40 to 80.
+    std::string const box = "rect 120,10 120,160 0,130 ffffff00 w2";
+    auto label = [](std::string const& text, char const* at, int alignment) {
+        return "label '" + text + "' " + at + " 1.571 align" + std::to_string(alignment) +
+               " ff000000 on ffffff00";
+    };
+    MatchCase const cases[] = {
+        {"string", StringMatch({0, 1}), false, {box, label("s AB", "0,130", 0)}},
+        {"regex", RegexMatch({0, 1}), true, {box, label("x A-B", "0,130", 0)}},
+        {"node in a plain tool",
+         NodeMatch({0, 1, 2}),
+         false,
+         {"segment 60,110 60,210 ff00cece w1", "segment 60,210 100,50 ff00cece w1"}},
+        {"node in a read tool", NodeMatch({0, 1, 2}), true, {box, label("n p", "0,130", 0)}},
+        {"node of one feature in a plain tool", NodeMatch({0}), false, {}},
+        {"node of one feature in a read tool",
+         NodeMatch({0}),
+         true,
+         {"rect 120,10 120,90 0,130 ffffff00 w2", label("n p", "0,130", 0)}},
+        {"layout",
+         LayoutMatch,
+         true,
+         {"rect 100,50 100,70 60,90 ff0000ff w2", label("top", "60,90", 3),
+          "rect 40,150 40,170 20,170 ff0000ff w2", label("bottom", "20,170", 3)}},
+    };
+    for (MatchCase const& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(Described(*Draw(Chiclets, AllFeatures + c.match, c.isRead, {false, true})),
+                  c.expected);
+    }
+}
+
+TEST_F(BlueGraphics, ARegexMatchWithoutFeaturesGetsABoxAtInfinity) {
+    auto graphics = Draw("", RegexMatch({}), false);
+    ASSERT_EQ(graphics->Count(), 2);
+    auto box = std::dynamic_pointer_cast<RectangleAffine>(graphics->Item(0));
+    ASSERT_TRUE(box);
+    EXPECT_FALSE(std::isfinite(box->CornerOriginX()));
+    EXPECT_FALSE(std::isfinite(box->CornerYY()));
+    auto label = std::dynamic_pointer_cast<GraphicLabel>(graphics->Item(1));
+    ASSERT_TRUE(label);
+    EXPECT_EQ(label->Text(), "x A-B");
+    EXPECT_FALSE(std::isfinite(label->X()));
+    EXPECT_FALSE(std::isfinite(label->Y()));
+}
+
+} // namespace

@@ -1,0 +1,248 @@
+#include <cmath>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <Vision/Core/Ellipse.h>
+#include <Vision/Core/GraphicCollection.h>
+#include <Vision/Core/GraphicLabel.h>
+#include <Vision/Core/LineSegment.h>
+#include <Vision/Core/PointMarker.h>
+#include <Vision/Core/Polygon.h>
+
+#include "ResultTestSupport.h"
+
+namespace {
+
+using namespace Tavrin::Vision::DeepLearning;
+using namespace ResultDocs;
+using Tavrin::Vision::GraphicCollection;
+using Tavrin::Vision::GraphicLabel;
+using Tavrin::Vision::IGraphicPtr;
+using Tavrin::Vision::IImage;
+using Tavrin::Vision::Polygon;
+using Tavrin::Vision::RecordPtr;
+using Tavrin::Vision::RectangleAffine;
+
+std::string const GreenTags = "<tag name=\"ok\" score=\"0.7\"/><tag name=\"nok\" score=\"0.25\"/>";
+
+std::string GreenView(std::string const& tags, std::string const& pose = "1,0,0,1,0,0",
+                      std::string const& resources = "") {
+    return View("<green threshold=\"0.5\" uncertainty=\"0\">" + tags + "</green>" + resources,
+                pose);
+}
+
+// The red view of the three-kinds run, and a green view turned a quarter and moved by (10, 20).
+std::string const RedGreenDocument =
+    Document(Marking(ThreeKindsRedView()) +
+             Marking(GreenView(GreenTags, "0,1,-1,0,10,20"), "green-uuid"));
+
+// One letter per graphic, in order: Rectangle, Polygon, Label, Ellipse, Segment, Marker.
+std::string Kinds(GraphicCollection const& graphics) {
+    std::string kinds;
+    for (IGraphicPtr const& graphic : graphics) {
+        auto const* raw = graphic.get();
+        kinds += dynamic_cast<RectangleAffine const*>(raw)           ? 'R'
+                 : dynamic_cast<Polygon const*>(raw)                 ? 'P'
+                 : dynamic_cast<GraphicLabel const*>(raw)            ? 'L'
+                 : dynamic_cast<Tavrin::Vision::Ellipse const*>(raw) ? 'E'
+                 : dynamic_cast<Tavrin::Vision::LineSegment const*>(raw) ? 'S'
+                 : dynamic_cast<Tavrin::Vision::PointMarker const*>(raw) ? 'M'
+                                                                          : '?';
+    }
+    return kinds;
+}
+
+std::vector<std::string> Keys(RecordPtr const& record) {
+    return record->SubRecords()->Keys();
+}
+
+class RunRecords : public ThreeKindsRuntimeToolTest {
+protected:
+    void RunOn(std::string const& document) {
+        testkelo_set_result_document(document.c_str());
+        tool_->Run();
+    }
+
+    RecordPtr Features() {
+        auto const inputImage = tool_->CreateLastRunRecord()->SubRecords()->ItemByKey("InputImage");
+        return inputImage->SubRecords()->Item(0);
+    }
+
+    std::shared_ptr<GraphicCollection> Graphics() {
+        return Features()->Content().get_value<std::shared_ptr<GraphicCollection>>();
+    }
+};
+
+TEST_F(RunRecords, CurrentRecordShowsTheInputImage) {
+    auto const records = tool_->CreateCurrentRecord()->SubRecords();
+    ASSERT_EQ(records->Count(), 1);
+    auto const input = records->Item(0);
+    EXPECT_EQ(input->Key(), "InputImage");
+    EXPECT_EQ(input->Annotation(), "InputImage");
+    EXPECT_EQ(input->ValueType(), rttr::type::get<IImage>());
+    EXPECT_EQ(input->Usage(), Tavrin::Vision::RecordUsageConstants_Image);
+    EXPECT_FALSE(input->Dynamic());
+    EXPECT_EQ(input->Content().get_value<std::shared_ptr<IImage>>(), image_);
+}
+
+// Image resources come first, named after the tool and numbered by resource list within a
+// marking; the input image follows with the run's overlay under it.
+TEST_F(RunRecords, LastRunRecordListsResourceImagesThenTheInputWithItsOverlay) {
+    AddResource("map", 4, 2, 1, 0, PatternPixels(4, 2, 1, 4), 4);
+    std::string const text = "<resource name=\"note\" type=\"text\" uuid=\"map\"/>";
+    RunOn(Document(
+        Marking(View(Red(Resource("heat", "map")) + Resource("a", "map") + text +
+                     Resource("b", "map")) +
+                View(Resource("c", "map"))) +
+        Marking(GreenView(GreenTags, "1,0,0,1,0,0", Resource("d", "map")), "green-uuid")));
+
+    auto const record = tool_->CreateLastRunRecord();
+    EXPECT_EQ(Keys(record), (std::vector<std::string>{"red.a", "red.b", "red.heat1", "red.c2",
+                                                      "green.d", "InputImage"}));
+    auto const heat = record->SubRecords()->ItemByKey("red.heat1");
+    EXPECT_EQ(heat->Annotation(), "red.heat1");
+    EXPECT_EQ(heat->Content().get_value<std::shared_ptr<IImage>>(),
+              FirstView(tool_->Results())->ResultRed()->ResultResources()->Item(0)->Image());
+
+    auto const input = record->SubRecords()->ItemByKey("InputImage");
+    EXPECT_EQ(input->Content().get_value<std::shared_ptr<IImage>>(), image_);
+    ASSERT_EQ(Keys(input), std::vector<std::string>{"Features"});
+    auto const features = input->SubRecords()->Item(0);
+    EXPECT_EQ(features->Annotation(), "Features");
+    EXPECT_EQ(features->ValueType(), rttr::type::get<GraphicCollection>());
+    EXPECT_EQ(features->Usage(), Tavrin::Vision::RecordUsageConstants_Overlay);
+    EXPECT_TRUE(features->Dynamic());
+    EXPECT_EQ(features->RecordConstructor(),
+              std::static_pointer_cast<Tavrin::Vision::IRecordConstructor>(tool_->Results()));
+}
+
+TEST_F(RunRecords, LastRunRecordStaysEmptyWithoutAKeptImageOrAResult) {
+    struct Case {
+        char const* name;
+        std::function<void(DLRuntimeTool&)> arrange;
+    };
+    Case const cases[] = {
+        {"nothing kept",
+         [](DLRuntimeTool& tool) {
+             tool.setLastRunRecordDiagEnable(DLLastRunRecordConstants::None);
+             tool.Run();
+         }},
+        {"no run yet", [](DLRuntimeTool&) {}},
+        {"image kept, engine failed",
+         [](DLRuntimeTool& tool) {
+             testkelo_set_result_document(nullptr);
+             EXPECT_THROW(tool.Run(), DeepLearningException);
+         }},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        TearDown();
+        SetUp();
+        c.arrange(*tool_);
+        EXPECT_EQ(tool_->CreateLastRunRecord()->SubRecords()->Count(), 0);
+    }
+}
+
+TEST_F(RunRecords, OverlayDrawsRegionOutlinesRedPolygonsAndTheGreenLabel) {
+    RunOn(RedGreenDocument);
+    auto const graphics = Graphics();
+    ASSERT_EQ(Kinds(*graphics), "RRPRRL");
+    auto item = [&](int index) { return graphics->Item(index); };
+
+    auto const region = FirstView(tool_->Results())->Region();
+    for (int index : {0, 1}) {
+        auto const outline = std::dynamic_pointer_cast<RectangleAffine>(item(index));
+        EXPECT_NE(outline, region) << "the result's own rectangle is never handed out";
+        EXPECT_DOUBLE_EQ(outline->CornerOppositeX(), region->CornerOppositeX());
+        EXPECT_DOUBLE_EQ(outline->CornerOppositeY(), region->CornerOppositeY());
+        EXPECT_EQ(outline->LineWidthInScreenPixels(), 2);
+    }
+    EXPECT_EQ(item(0)->Color(), 0xff000000u);
+    EXPECT_EQ(item(0)->LineStyle(), 0);
+    EXPECT_EQ(item(1)->Color(), 0xff808080u);
+    EXPECT_EQ(item(1)->LineStyle(), 1);
+
+    auto const polygon = std::dynamic_pointer_cast<Polygon>(item(2));
+    ASSERT_EQ(polygon->VertexCount(), 2);
+    EXPECT_DOUBLE_EQ(polygon->Vertex(0)->X(), 8);
+    EXPECT_DOUBLE_EQ(polygon->Vertex(1)->Y(), 22);
+    EXPECT_EQ(polygon->Color(), 0xffff0000u);
+    EXPECT_EQ(polygon->LineStyle(), 1);
+    EXPECT_EQ(polygon->LineWidthInScreenPixels(), 2);
+
+    // The corner of the 100 x 50 view on its Y side, (0, 50), through the pose.
+    auto const label = std::dynamic_pointer_cast<GraphicLabel>(item(5));
+    EXPECT_EQ(label->Text(), "Marked: ok 70.0%, nok 25.0%");
+    EXPECT_NEAR(label->X(), -40, 1e-9);
+    EXPECT_NEAR(label->Y(), 20, 1e-9);
+    EXPECT_NEAR(label->Rotation(), M_PI / 2, 1e-12);
+    EXPECT_EQ(label->Alignment(), Tavrin::Vision::GraphicLabelAlignmentConstants_CenterLeft);
+    EXPECT_EQ(label->BackgroundColor(), 0xff000000u);
+    EXPECT_EQ(label->Color(), 0xffffff00u);
+}
+
+TEST_F(RunRecords, EachShowFlagSwitchesItsGraphicsOff) {
+    struct Case {
+        char const* name;
+        std::function<void(RunRecords&)> arrange;
+        char const* kinds;
+    };
+    auto quickRed = [](RunRecords& t) {
+        return std::dynamic_pointer_cast<DLQuickRedToolRuntimeParams>(t.LiveTool("red-uuid"));
+    };
+    Case const cases[] = {
+        {"red region", [](RunRecords& t) { t.LiveTool("red-uuid")->setShowRegion(false); },
+         "PRRL"},
+        {"red graphics", [&](RunRecords& t) { quickRed(t)->setShowGraphics(false); }, "RRRRL"},
+        {"green region", [](RunRecords& t) { t.LiveTool("green-uuid")->setShowRegion(false); },
+         "RRPL"},
+        {"green graphics",
+         [](RunRecords& t) {
+             std::dynamic_pointer_cast<DLQuickGreenToolRuntimeParams>(t.LiveTool("green-uuid"))
+                 ->setShowGraphics(false);
+         },
+         "RRPRR"},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        TearDown();
+        SetUp();
+        c.arrange(*this);
+        RunOn(RedGreenDocument);
+        EXPECT_EQ(Kinds(*Graphics()), c.kinds);
+    }
+}
+
+TEST_F(RunRecords, GreenLabelShowsTheBestThreeTagsInPercent) {
+    struct Case {
+        std::string tags;
+        char const* text;
+    };
+    auto tag = [](char const* name, char const* score) {
+        return std::string("<tag name=\"") + name + "\" score=\"" + score + "\"/>";
+    };
+    Case const cases[] = {
+        {"", "Marked: "},
+        {tag("a", "0.5"), "Marked: a 50.0%"},
+        {tag("a", "0.7") + tag("b", "0.123") + tag("c", "0.9") + tag("d", "0.05") +
+             tag("e", "0.70001"),
+         "Marked: c 90.0%, e 70.0%, a 70.0%"},
+    };
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.text);
+        RunOn(Document(Marking(GreenView(c.tags), "green-uuid")));
+        auto const graphics = Graphics();
+        ASSERT_EQ(Kinds(*graphics), "RRL");
+        EXPECT_EQ(std::dynamic_pointer_cast<GraphicLabel>(graphics->Item(2))->Text(), c.text);
+    }
+}
+
+TEST_F(RunRecords, AResultWithoutMarkingsHasAnEmptyOverlay) {
+    RunOn(Document(""));
+    auto const graphics = Graphics();
+    ASSERT_TRUE(graphics);
+    EXPECT_EQ(graphics->Count(), 0);
+}
+
+} // namespace

@@ -1,0 +1,202 @@
+#include <functional>
+#include <vector>
+
+#include <Vision/Core/Exceptions.h>
+
+#include "ResultTestSupport.h"
+
+namespace {
+
+using namespace Tavrin::Vision::DeepLearning;
+using Tavrin::Brnt::CreateObject;
+using Tavrin::Vision::ChangedEventArgsPtr;
+using Tavrin::Vision::IImage;
+using Tavrin::Vision::ToolResultConstants_Accept;
+using Tavrin::Vision::ToolResultConstants_Error;
+using Tavrin::Vision::Implementation::ToolBase;
+
+// The change words a tool raises, in order.
+class ChangeLog {
+public:
+    explicit ChangeLog(Tavrin::Vision::IChangedEvent& source)
+        : connection_(source.ChangedEvent().Connect(
+              [this](ChangedEventArgsPtr const& args) { words.push_back(args->ChangedBits()); })) {}
+    std::vector<long long> words;
+
+private:
+    Tavrin::Brnt::ScopedConnection connection_;
+};
+
+std::shared_ptr<IImage> LastRunImage(DLRuntimeTool& tool) {
+    auto const records = tool.CreateLastRunRecord()->SubRecords();
+    if (records->Count() == 0)
+        return nullptr;
+    return records->Item(records->Count() - 1)->Content().get_value<std::shared_ptr<IImage>>();
+}
+
+using RuntimeTool = ThreeKindsRuntimeToolTest;
+
+TEST_F(RuntimeTool, RunsTheImageOnItsInputPinThroughTheSelectedStream) {
+    tool_->setInputImage(nullptr);
+    ChangeLog log(*tool_);
+    auto const pin = tool_->Inputs()->Item(0);
+    ASSERT_EQ(pin->Name(), "InputImage");
+    pin->setValue(rttr::variant(std::shared_ptr<IImage>(image_)));
+    EXPECT_EQ(tool_->InputImage(), image_);
+
+    tool_->Run();
+
+    EXPECT_EQ(tool_->RunStatus()->Result(), ToolResultConstants_Accept);
+    EXPECT_EQ(log.words, (std::vector<long long>{132, 8, 256, 512, 1024, 2048, ToolBase::SfRunStatus}));
+    auto const result = tool_->Results();
+    ASSERT_TRUE(result);
+    auto const markings = result->ResultImage()->ResultMarking();
+    auto view = [&](int marking) { return markings->Item(marking)->ResultViews()->Item(0); };
+    ASSERT_EQ(tool_->RedToolResults()->Count(), 1);
+    EXPECT_EQ(tool_->RedToolResults()->Item(0), view(0)->ResultRed());
+    ASSERT_EQ(tool_->GreenToolResults()->Count(), 1);
+    EXPECT_EQ(tool_->GreenToolResults()->Item(0), view(1)->ResultGreen());
+    ASSERT_EQ(tool_->BlueToolResults()->Count(), 1);
+    EXPECT_EQ(tool_->BlueToolResults()->Item(0), view(2)->ResultBlue());
+}
+
+TEST_F(RuntimeTool, TypedResultsOfAToolThatNeverRanAreEmpty) {
+    EXPECT_EQ(tool_->RedToolResults()->Count(), 0);
+    EXPECT_EQ(tool_->GreenToolResults()->Count(), 0);
+    EXPECT_EQ(tool_->BlueToolResults()->Count(), 0);
+}
+
+// Refused runs make no engine call and keep the result of the last good run.
+TEST_F(RuntimeTool, ChecksItsInputBeforeTheEngineAndKeepsTheOldResult) {
+    struct Case {
+        char const* name;
+        // Given the loaded tool and an image, the tool to run.
+        std::function<DLRuntimeToolPtr(DLRuntimeToolPtr const&, std::shared_ptr<IImage> const&)>
+            arrange;
+        Tavrin::Vision::VisionExceptionCodes code;
+        char const* text;
+    };
+    Case const cases[] = {
+        {"no image",
+         [](DLRuntimeToolPtr const& loaded, auto const&) {
+             loaded->setInputImage(nullptr);
+             return loaded;
+         },
+         Tavrin::Vision::VisionExceptionCodes_OperatorNoInputImage, "Input image is required."},
+        {"no image, no workspace", [](auto const&, auto const&) { return CreateObject<DLRuntimeTool>(); },
+         Tavrin::Vision::VisionExceptionCodes_OperatorNoInputImage, "Input image is required."},
+        {"no stream",
+         [](auto const&, std::shared_ptr<IImage> const& image) {
+             auto fresh = CreateObject<DLRuntimeTool>();
+             fresh->setInputImage(image);
+             return fresh;
+         },
+         Tavrin::Vision::VisionExceptionCodes_OperatorNotTrained,
+         "Need to select a stream to run."},
+    };
+    tool_->Run();
+    auto const goodResult = tool_->Results();
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.name);
+        auto const tool = c.arrange(tool_, image_);
+        auto const before = tool->Results();
+        testkelo_clear_log();
+        try {
+            tool->Run();
+            ADD_FAILURE() << "the run was not refused";
+        } catch (Tavrin::Vision::VisionException const& e) {
+            EXPECT_EQ(e.Code(), c.code);
+            EXPECT_EQ(e.Message(), c.text);
+        }
+        EXPECT_EQ(tool->RunStatus()->Result(), ToolResultConstants_Error);
+        EXPECT_EQ(tool->Results(), before);
+        EXPECT_EQ(LastRunImage(*tool), nullptr);
+        EXPECT_EQ(testkelo_call_count("kelo_init_image"), 0);
+    }
+    EXPECT_EQ(tool_->Results(), goodResult);
+}
+
+TEST_F(RuntimeTool, EngineFailureKeepsTheOldResultAndTheCachedImage) {
+    tool_->Run();
+    auto const goodResult = tool_->Results();
+    auto const next = CreateObject<Tavrin::Vision::Image8Grey>(64, 48);
+    tool_->setInputImage(next);
+    testkelo_set_result_document(nullptr);
+
+    EXPECT_THROW(tool_->Run(), DeepLearningException);
+
+    EXPECT_EQ(tool_->Results(), goodResult);
+    EXPECT_EQ(LastRunImage(*tool_), next);
+}
+
+TEST_F(RuntimeTool, KeepsTheLastRunImageAsItsDiagnosticFlagsSay) {
+    enum Kept { Nothing, TheInput, ACopy };
+    struct Case {
+        DLLastRunRecordConstants flags;
+        Kept kept;
+    };
+    for (auto const c : {Case{DLLastRunRecordConstants::None, Nothing},
+                         Case{DLLastRunRecordConstants::InputImageByReference, TheInput},
+                         Case{DLLastRunRecordConstants::InputImageDeepCopy, ACopy},
+                         Case{DLLastRunRecordConstants::All, TheInput}}) {
+        SCOPED_TRACE(static_cast<int>(c.flags));
+        tool_->setLastRunRecordDiagEnable(c.flags);
+        tool_->Run();
+        auto const kept = LastRunImage(*tool_);
+        switch (c.kept) {
+        case Nothing:
+            EXPECT_EQ(kept, nullptr);
+            break;
+        case TheInput:
+            EXPECT_EQ(kept, image_);
+            break;
+        case ACopy:
+            ASSERT_TRUE(kept);
+            EXPECT_NE(kept, image_);
+            EXPECT_EQ(kept->Width(), 64);
+            EXPECT_EQ(kept->Height(), 48);
+            break;
+        }
+    }
+}
+
+TEST_F(RuntimeTool, RaisesItsPropertyBitsOnlyWhenAValueChanges) {
+    ChangeLog log(*tool_);
+    tool_->setInputImage(image_);
+    tool_->setLastRunRecordDiagEnable(DLLastRunRecordConstants::InputImageByReference);
+    EXPECT_TRUE(log.words.empty());
+
+    tool_->setInputImage(CreateObject<Tavrin::Vision::Image8Grey>(2, 2));
+    tool_->setLastRunRecordDiagEnable(DLLastRunRecordConstants::All);
+    EXPECT_EQ(log.words, (std::vector<long long>{132, 4096}));
+    EXPECT_EQ(tool_->LastRunRecordDiagEnable(), DLLastRunRecordConstants::All);
+}
+
+// A graphics setting of any tool of the stream changes what the last-run record draws; other
+// settings change nothing the tool shows.
+TEST_F(RuntimeTool, GraphicsSettingsOfItsToolsClimbToIt) {
+    ChangeLog log(*tool_);
+    auto red = std::dynamic_pointer_cast<DLQuickRedToolRuntimeParams>(LiveTool("red-uuid"));
+    red->setUpperThreshold(0.8);
+    EXPECT_TRUE(log.words.empty());
+    red->setShowGraphics(false);
+    LiveTool("green-uuid")->setShowRegion(false);
+    EXPECT_EQ(log.words, (std::vector<long long>{8, 8}));
+}
+
+TEST(RuntimeToolReflection, HostsReachTheToolByName) {
+    auto const type = rttr::type::get_by_name("Tavrin::Vision::DeepLearning::DLRuntimeTool");
+    ASSERT_TRUE(type.is_valid());
+    auto const tool = type.create().get_value<std::shared_ptr<DLRuntimeTool>>();
+    ASSERT_TRUE(tool);
+    EXPECT_TRUE(type.get_property("Results").is_readonly());
+    EXPECT_FALSE(type.get_property("InputImage").is_readonly());
+    EXPECT_TRUE(type.get_property("LastRunRecordDiagEnable")
+                    .set_value(*tool, DLLastRunRecordConstants::None));
+    EXPECT_EQ(tool->LastRunRecordDiagEnable(), DLLastRunRecordConstants::None);
+    auto const bit = type.get_property("SfLastRunRecordDiagEnable").get_value(rttr::instance());
+    ASSERT_TRUE(bit.is_type<long long>());
+    EXPECT_EQ(bit.get_value<long long>(), 4096);
+}
+
+} // namespace
