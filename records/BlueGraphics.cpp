@@ -61,6 +61,24 @@ ShowFlags ReadShowFlags(DLToolRuntimeParams const& tool, bool isRead) {
                   : ShowFlagsOf<DLBlueToolRuntimeParams>(tool);
 }
 
+// The view's pose, and its inverse made once for all shapes of the view rather than once per
+// shape; still only when a shape needs it, so a pose that can't be inverted fails where it did.
+class ViewSpace {
+public:
+    explicit ViewSpace(DLResultView const& view)
+        : pose_(*view.Pose()) {}
+    Transform2DLinear const& Pose() const { return pose_; }
+    Transform2DLinear const& Inverse() {
+        if (!inverse_)
+            inverse_ = pose_.Invert();
+        return *inverse_;
+    }
+
+private:
+    Transform2DLinear const& pose_;
+    std::shared_ptr<Transform2DLinear> inverse_;
+};
+
 struct Point {
     double x;
     double y;
@@ -123,9 +141,9 @@ std::shared_ptr<LineSegment> MakeCornerSegment(Transform2DLinear const& pose, Po
 
 // Brackets are built upright in the view, where the arms have their lengths, and then mapped
 // back into the image.
-void AddFeatureCorners(GraphicCollection& graphics, DLResultView const& view,
+void AddFeatureCorners(GraphicCollection& graphics, ViewSpace& view,
                        RectangleAffine const& rectangle, bool isRead) {
-    auto const local = rectangle.MapLinear(*view.Pose()->Invert(), GeometryOnly);
+    auto const local = rectangle.MapLinear(view.Inverse(), GeometryOnly);
     Point const o{local->CornerOriginX(), local->CornerOriginY()};
     Point const p{local->CornerOppositeX(), local->CornerOppositeY()};
     Point const x{local->CornerXX(), local->CornerXY()};
@@ -148,19 +166,19 @@ void AddFeatureCorners(GraphicCollection& graphics, DLResultView const& view,
     };
     for (Bracket const& bracket : brackets)
         AddStyled(graphics,
-                  MakeCornerSegment(*view.Pose(), bracket.start, bracket.end, bracket.adornment),
+                  MakeCornerSegment(view.Pose(), bracket.start, bracket.end, bracket.adornment),
                   Palette::Blue);
 }
 
 // The ellipse is inscribed in the feature as the view sees it, then mapped into the image.
-void AddFeatureEllipse(GraphicCollection& graphics, DLResultView const& view,
+void AddFeatureEllipse(GraphicCollection& graphics, ViewSpace& view,
                        RectangleAffine const& rectangle) {
-    auto const local = rectangle.MapLinear(*view.Pose()->Invert(), GeometryOnly);
+    auto const local = rectangle.MapLinear(view.Inverse(), GeometryOnly);
     auto ellipse = Brnt::CreateObject<Ellipse>();
     ellipse->SetCenterXYRadiusXYRotation(local->CenterX(), local->CenterY(),
                                          local->SideXLength() * Half, local->SideYLength() * Half,
                                          local->Rotation());
-    AddStyled(graphics, ellipse->MapLinear(*view.Pose(), GeometryOnly), Palette::Blue);
+    AddStyled(graphics, ellipse->MapLinear(view.Pose(), GeometryOnly), Palette::Blue);
 }
 
 void AddFeatureMarker(GraphicCollection& graphics, RectangleAffine const& rectangle) {
@@ -196,7 +214,7 @@ void AddFeatureLabel(GraphicCollection& graphics, DLBlueFeature const& feature,
              rectangle.Rotation());
 }
 
-void AddFeatureGraphics(GraphicCollection& graphics, DLResultView const& view,
+void AddFeatureGraphics(GraphicCollection& graphics, ViewSpace& view,
                         DLBlueFeature const& feature, FeatureDrawing const& drawing) {
     RectangleAffine const& rectangle = *feature.Rectangle();
     if (drawing.rectangular)
@@ -211,7 +229,7 @@ void AddFeatureGraphics(GraphicCollection& graphics, DLResultView const& view,
 
 // Matched features first, in match order; a read tool labels only unmatched ones, and only
 // when the result asks for labels.
-void AddFeatures(GraphicCollection& graphics, DLResultView const& view, DLResultBlue const& blue,
+void AddFeatures(GraphicCollection& graphics, ViewSpace& view, DLResultBlue const& blue,
                  bool isRead) {
     if (!blue.ShowFeatureChiclets() && !blue.ShowRectangularFeatures())
         return;
@@ -231,12 +249,12 @@ void AddFeatures(GraphicCollection& graphics, DLResultView const& view, DLResult
 // not its corners, so a feature turned against the view counts with its unturned size. No
 // features leave the extents infinite.
 std::shared_ptr<RectangleAffine>
-MatchFeatureBounds(DLResultView const& view, DLBlueFeatureReadOnlyCollection const& features) {
+MatchFeatureBounds(ViewSpace& view, DLBlueFeatureReadOnlyCollection const& features) {
     double const infinity = std::numeric_limits<double>::infinity();
     double minX = infinity, minY = infinity, maxX = -infinity, maxY = -infinity;
-    auto const inverse = view.Pose()->Invert();
+    Transform2DLinear const& inverse = view.Inverse();
     for (auto const& feature : features) {
-        auto const local = feature->Rectangle()->MapLinear(*inverse, GeometryOnly);
+        auto const local = feature->Rectangle()->MapLinear(inverse, GeometryOnly);
         double const halfX = local->SideXLength() * Half;
         double const halfY = local->SideYLength() * Half;
         minX = std::min(minX, local->CenterX() - halfX);
@@ -246,10 +264,10 @@ MatchFeatureBounds(DLResultView const& view, DLBlueFeatureReadOnlyCollection con
     }
     auto bounds = Brnt::CreateObject<RectangleAffine>();
     bounds->SetOriginCornerXCornerY(minX, minY, maxX, minY, minX, maxY);
-    return bounds->MapLinear(*view.Pose(), GeometryOnly);
+    return bounds->MapLinear(view.Pose(), GeometryOnly);
 }
 
-void AddMatchBox(GraphicCollection& graphics, DLResultView const& view, std::string const& modelId,
+void AddMatchBox(GraphicCollection& graphics, ViewSpace& view, std::string const& modelId,
                  std::string const& text, DLBlueFeatureReadOnlyCollection const& features) {
     auto const box = MatchFeatureBounds(view, features);
     AddStyled(graphics, box, Palette::Yellow);
@@ -282,7 +300,7 @@ void AddLayoutRegions(GraphicCollection& graphics, DLResultMatchLayout const& ma
 }
 
 // A read tool shows a node as text in a box, like a string; a plain tool shows how it links.
-void AddNodeMatch(GraphicCollection& graphics, DLResultView const& view,
+void AddNodeMatch(GraphicCollection& graphics, ViewSpace& view,
                   DLResultMatchNode const& match, bool isRead) {
     if (isRead)
         AddMatchBox(graphics, view, match.ModelID(), match.PrettifiedString(), *match.Features());
@@ -290,7 +308,7 @@ void AddNodeMatch(GraphicCollection& graphics, DLResultView const& view,
         AddNodeLinks(graphics, match);
 }
 
-void AddMatch(GraphicCollection& graphics, DLResultView const& view, DLResultMatchPtr const& match,
+void AddMatch(GraphicCollection& graphics, ViewSpace& view, DLResultMatchPtr const& match,
               bool isRead) {
     std::string const type = match->ModelType();
     if (type == "node") {
@@ -307,7 +325,7 @@ void AddMatch(GraphicCollection& graphics, DLResultView const& view, DLResultMat
     }
 }
 
-void AddMatchGraphics(GraphicCollection& graphics, DLResultView const& view,
+void AddMatchGraphics(GraphicCollection& graphics, ViewSpace& view,
                       DLResultMatchReadOnlyCollection const& matches, bool isRead) {
     for (auto const& match : matches)
         AddMatch(graphics, view, match, isRead);
@@ -321,10 +339,11 @@ void AddBlueGraphics(GraphicCollection& graphics, DLResultView const& view, bool
     auto const blue = view.ResultBlue();
     if (!blue)
         return;
+    ViewSpace space(view);
     if (blue->Features() && show.features)
-        AddFeatures(graphics, view, *blue, isRead);
+        AddFeatures(graphics, space, *blue, isRead);
     if (blue->Matches() && show.models)
-        AddMatchGraphics(graphics, view, *blue->Matches(), isRead);
+        AddMatchGraphics(graphics, space, *blue->Matches(), isRead);
 }
 
 } // namespace Tavrin::Vision::DeepLearning::Records

@@ -1,14 +1,9 @@
 #include <cmath>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include <Vision/Core/Ellipse.h>
-#include <Vision/Core/GraphicCollection.h>
-#include <Vision/Core/GraphicLabel.h>
-#include <Vision/Core/LineSegment.h>
-#include <Vision/Core/PointMarker.h>
 
+#include "GraphicsTestSupport.h"
 #include "ResultTestSupport.h"
 #include "ToolTestSupport.h"
 #include "records/BlueGraphics.h"
@@ -18,8 +13,8 @@ namespace {
 using namespace Tavrin::Vision;
 using namespace Tavrin::Vision::DeepLearning;
 using namespace ResultDocs;
+using namespace GraphicTexts;
 using Peer = Private::DeepLearningAccessTestPeer;
-using Texts = std::vector<std::string>;
 
 // In document order a, c, b, d: x' = -2y + 100, y' = 2x + 2y + 50. Turned, sheared and
 // scaled, so that shapes built upright in the view differ from shapes built in the image.
@@ -63,64 +58,6 @@ std::string const LayoutMatch =
     Match("model_id=\"l\" model_type=\"layout\" covers=\"\"",
           "<region name=\"top\" origin=\"0,0\" size=\"10x20\">" + Refs({1}) +
               "</region><region name=\"bottom\" origin=\"20,30\" size=\"10x10\"/>");
-
-std::string Number(double value) {
-    double const rounded = std::round(value * 1000) / 1000;
-    std::ostringstream text;
-    text << (rounded == 0 ? 0.0 : rounded);
-    return text.str();
-}
-std::string At(double x, double y) {
-    return Number(x) + "," + Number(y);
-}
-std::string Hex(Color32 color) {
-    std::ostringstream text;
-    text << std::hex << color.Value();
-    return text.str();
-}
-std::string Look(IGraphic const& graphic) {
-    return " " + Hex(graphic.Color()) + " w" + std::to_string(graphic.LineWidthInScreenPixels());
-}
-
-std::string Describe(IGraphicPtr const& graphic) {
-    if (auto s = std::dynamic_pointer_cast<LineSegment>(graphic))
-        return "segment " + At(s->StartX(), s->StartY()) + " " + At(s->EndX(), s->EndY()) +
-               (s->EndPointAdornment() == LineSegmentAdornmentConstants_Arrow ? " arrow" : "") +
-               Look(*s);
-    if (auto e = std::dynamic_pointer_cast<Ellipse>(graphic))
-        return "ellipse " + At(e->CenterX(), e->CenterY()) + " " + At(e->RadiusX(), e->RadiusY()) +
-               " " + Number(e->Rotation()) + Look(*e);
-    if (auto m = std::dynamic_pointer_cast<PointMarker>(graphic))
-        return "marker " + At(m->X(), m->Y()) + " " + Number(m->Rotation()) + " size" +
-               std::to_string(m->SizeInScreenPixels()) + Look(*m);
-    if (auto r = std::dynamic_pointer_cast<RectangleAffine>(graphic))
-        return "rect " + At(r->CornerOriginX(), r->CornerOriginY()) + " " +
-               At(r->CornerXX(), r->CornerXY()) + " " + At(r->CornerYX(), r->CornerYY()) + Look(*r);
-    auto l = std::dynamic_pointer_cast<GraphicLabel>(graphic);
-    return "label '" + l->Text() + "' " + At(l->X(), l->Y()) + " " + Number(l->Rotation()) +
-           " align" + std::to_string(l->Alignment()) + " " + Hex(l->Color()) + " on " +
-           Hex(l->BackgroundColor());
-}
-
-Texts Described(GraphicCollection const& graphics) {
-    Texts texts;
-    for (auto const& graphic : graphics)
-        texts.push_back(Describe(graphic));
-    return texts;
-}
-
-// The kinds in drawing order, labels by their text.
-std::string Sketched(GraphicCollection const& graphics) {
-    std::string sketch;
-    for (auto const& graphic : graphics) {
-        std::string const description = Describe(graphic);
-        auto label = std::dynamic_pointer_cast<GraphicLabel>(graphic);
-        sketch +=
-            (label ? "'" + label->Text() + "'" : description.substr(0, description.find(' ')));
-        sketch += " ";
-    }
-    return sketch;
-}
 
 struct ToolShows {
     bool features = true;

@@ -1,28 +1,17 @@
-#include <cmath>
 #include <functional>
 #include <string>
 #include <vector>
 
-#include <Vision/Core/Ellipse.h>
-#include <Vision/Core/GraphicCollection.h>
-#include <Vision/Core/GraphicLabel.h>
-#include <Vision/Core/LineSegment.h>
-#include <Vision/Core/PointMarker.h>
-#include <Vision/Core/Polygon.h>
 
+#include "GraphicsTestSupport.h"
 #include "ResultTestSupport.h"
 
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
 using namespace ResultDocs;
-using Tavrin::Vision::GraphicCollection;
-using Tavrin::Vision::GraphicLabel;
-using Tavrin::Vision::IGraphicPtr;
-using Tavrin::Vision::IImage;
-using Tavrin::Vision::Polygon;
+using namespace GraphicTexts;
 using Tavrin::Vision::RecordPtr;
-using Tavrin::Vision::RectangleAffine;
 
 std::string const GreenTags = "<tag name=\"ok\" score=\"0.7\"/><tag name=\"nok\" score=\"0.25\"/>";
 
@@ -32,30 +21,12 @@ std::string GreenView(std::string const& tags, std::string const& pose = "1,0,0,
                 pose);
 }
 
+std::string const RedGreenLabel = "'Marked: ok 70.0%, nok 25.0%' ";
+
 // The red view of the three-kinds run, and a green view turned a quarter and moved by (10, 20).
 std::string const RedGreenDocument =
     Document(Marking(ThreeKindsRedView()) +
              Marking(GreenView(GreenTags, "0,1,-1,0,10,20"), "green-uuid"));
-
-// One letter per graphic, in order: Rectangle, Polygon, Label, Ellipse, Segment, Marker.
-std::string Kinds(GraphicCollection const& graphics) {
-    std::string kinds;
-    for (IGraphicPtr const& graphic : graphics) {
-        auto const* raw = graphic.get();
-        kinds += dynamic_cast<RectangleAffine const*>(raw)           ? 'R'
-                 : dynamic_cast<Polygon const*>(raw)                 ? 'P'
-                 : dynamic_cast<GraphicLabel const*>(raw)            ? 'L'
-                 : dynamic_cast<Tavrin::Vision::Ellipse const*>(raw) ? 'E'
-                 : dynamic_cast<Tavrin::Vision::LineSegment const*>(raw) ? 'S'
-                 : dynamic_cast<Tavrin::Vision::PointMarker const*>(raw) ? 'M'
-                                                                          : '?';
-    }
-    return kinds;
-}
-
-std::vector<std::string> Keys(RecordPtr const& record) {
-    return record->SubRecords()->Keys();
-}
 
 class RunRecords : public ThreeKindsRuntimeToolTest {
 protected:
@@ -98,7 +69,7 @@ TEST_F(RunRecords, LastRunRecordListsResourceImagesThenTheInputWithItsOverlay) {
         Marking(GreenView(GreenTags, "1,0,0,1,0,0", Resource("d", "map")), "green-uuid")));
 
     auto const record = tool_->CreateLastRunRecord();
-    EXPECT_EQ(Keys(record), (std::vector<std::string>{"red.a", "red.b", "red.heat1", "red.c2",
+    EXPECT_EQ(record->SubRecords()->Keys(), (std::vector<std::string>{"red.a", "red.b", "red.heat1", "red.c2",
                                                       "green.d", "InputImage"}));
     auto const heat = record->SubRecords()->ItemByKey("red.heat1");
     EXPECT_EQ(heat->Annotation(), "red.heat1");
@@ -107,7 +78,7 @@ TEST_F(RunRecords, LastRunRecordListsResourceImagesThenTheInputWithItsOverlay) {
 
     auto const input = record->SubRecords()->ItemByKey("InputImage");
     EXPECT_EQ(input->Content().get_value<std::shared_ptr<IImage>>(), image_);
-    ASSERT_EQ(Keys(input), std::vector<std::string>{"Features"});
+    ASSERT_EQ(input->SubRecords()->Keys(), std::vector<std::string>{"Features"});
     auto const features = input->SubRecords()->Item(0);
     EXPECT_EQ(features->Annotation(), "Features");
     EXPECT_EQ(features->ValueType(), rttr::type::get<GraphicCollection>());
@@ -144,65 +115,47 @@ TEST_F(RunRecords, LastRunRecordStaysEmptyWithoutAKeptImageOrAResult) {
     }
 }
 
+// Each region twice, solid black under broken grey; the green label at the corner of the
+// 100 x 50 view on its Y side, (0, 50), through the pose.
 TEST_F(RunRecords, OverlayDrawsRegionOutlinesRedPolygonsAndTheGreenLabel) {
     RunOn(RedGreenDocument);
     auto const graphics = Graphics();
-    ASSERT_EQ(Kinds(*graphics), "RRPRRL");
-    auto item = [&](int index) { return graphics->Item(index); };
-
-    auto const region = FirstView(tool_->Results())->Region();
-    for (int index : {0, 1}) {
-        auto const outline = std::dynamic_pointer_cast<RectangleAffine>(item(index));
-        EXPECT_NE(outline, region) << "the result's own rectangle is never handed out";
-        EXPECT_DOUBLE_EQ(outline->CornerOppositeX(), region->CornerOppositeX());
-        EXPECT_DOUBLE_EQ(outline->CornerOppositeY(), region->CornerOppositeY());
-        EXPECT_EQ(outline->LineWidthInScreenPixels(), 2);
-    }
-    EXPECT_EQ(item(0)->Color(), 0xff000000u);
-    EXPECT_EQ(item(0)->LineStyle(), 0);
-    EXPECT_EQ(item(1)->Color(), 0xff808080u);
-    EXPECT_EQ(item(1)->LineStyle(), 1);
-
-    auto const polygon = std::dynamic_pointer_cast<Polygon>(item(2));
-    ASSERT_EQ(polygon->VertexCount(), 2);
-    EXPECT_DOUBLE_EQ(polygon->Vertex(0)->X(), 8);
-    EXPECT_DOUBLE_EQ(polygon->Vertex(1)->Y(), 22);
-    EXPECT_EQ(polygon->Color(), 0xffff0000u);
-    EXPECT_EQ(polygon->LineStyle(), 1);
-    EXPECT_EQ(polygon->LineWidthInScreenPixels(), 2);
-
-    // The corner of the 100 x 50 view on its Y side, (0, 50), through the pose.
-    auto const label = std::dynamic_pointer_cast<GraphicLabel>(item(5));
-    EXPECT_EQ(label->Text(), "Marked: ok 70.0%, nok 25.0%");
-    EXPECT_NEAR(label->X(), -40, 1e-9);
-    EXPECT_NEAR(label->Y(), 20, 1e-9);
-    EXPECT_NEAR(label->Rotation(), M_PI / 2, 1e-12);
-    EXPECT_EQ(label->Alignment(), Tavrin::Vision::GraphicLabelAlignmentConstants_CenterLeft);
-    EXPECT_EQ(label->BackgroundColor(), 0xff000000u);
-    EXPECT_EQ(label->Color(), 0xffffff00u);
+    EXPECT_EQ(Described(*graphics),
+              (Texts{"rect 0,0 100,0 0,50 ff000000 w2", "rect 0,0 100,0 0,50 ff808080 w2",
+                     "polygon 8,18 12,22 style1 ffff0000 w2", "rect 10,20 10,120 -40,20 ff000000 w2",
+                     "rect 10,20 10,120 -40,20 ff808080 w2",
+                     "label 'Marked: ok 70.0%, nok 25.0%' -40,20 1.571 align3 ffffff00 on "
+                     "ff000000"}));
+    ASSERT_EQ(graphics->Count(), 6);
+    for (int index : {0, 3})
+        EXPECT_EQ(graphics->Item(index)->LineStyle(), 0);
+    for (int index : {1, 4})
+        EXPECT_EQ(graphics->Item(index)->LineStyle(), 1);
+    EXPECT_NE(graphics->Item(0), FirstView(tool_->Results())->Region())
+        << "the result's own rectangle is never handed out";
 }
 
 TEST_F(RunRecords, EachShowFlagSwitchesItsGraphicsOff) {
     struct Case {
         char const* name;
         std::function<void(RunRecords&)> arrange;
-        char const* kinds;
+        std::string sketch;
     };
     auto quickRed = [](RunRecords& t) {
         return std::dynamic_pointer_cast<DLQuickRedToolRuntimeParams>(t.LiveTool("red-uuid"));
     };
     Case const cases[] = {
         {"red region", [](RunRecords& t) { t.LiveTool("red-uuid")->setShowRegion(false); },
-         "PRRL"},
-        {"red graphics", [&](RunRecords& t) { quickRed(t)->setShowGraphics(false); }, "RRRRL"},
+         "polygon rect rect " + RedGreenLabel},
+        {"red graphics", [&](RunRecords& t) { quickRed(t)->setShowGraphics(false); }, "rect rect rect rect " + RedGreenLabel},
         {"green region", [](RunRecords& t) { t.LiveTool("green-uuid")->setShowRegion(false); },
-         "RRPL"},
+         "rect rect polygon " + RedGreenLabel},
         {"green graphics",
          [](RunRecords& t) {
              std::dynamic_pointer_cast<DLQuickGreenToolRuntimeParams>(t.LiveTool("green-uuid"))
                  ->setShowGraphics(false);
          },
-         "RRPRR"},
+         "rect rect polygon rect rect "},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
@@ -210,7 +163,7 @@ TEST_F(RunRecords, EachShowFlagSwitchesItsGraphicsOff) {
         SetUp();
         c.arrange(*this);
         RunOn(RedGreenDocument);
-        EXPECT_EQ(Kinds(*Graphics()), c.kinds);
+        EXPECT_EQ(Sketched(*Graphics()), c.sketch);
     }
 }
 
@@ -232,9 +185,7 @@ TEST_F(RunRecords, GreenLabelShowsTheBestThreeTagsInPercent) {
     for (auto const& c : cases) {
         SCOPED_TRACE(c.text);
         RunOn(Document(Marking(GreenView(c.tags), "green-uuid")));
-        auto const graphics = Graphics();
-        ASSERT_EQ(Kinds(*graphics), "RRL");
-        EXPECT_EQ(std::dynamic_pointer_cast<GraphicLabel>(graphics->Item(2))->Text(), c.text);
+        EXPECT_EQ(Sketched(*Graphics()), std::string("rect rect '") + c.text + "' ");
     }
 }
 
