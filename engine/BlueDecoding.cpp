@@ -29,19 +29,19 @@ using Features = std::vector<DLBlueFeaturePtr>;
 // The rectangle of the given center and sides, mapped into the caller's space.
 std::shared_ptr<RectangleAffine> MappedRectangle(double centerX, double centerY, PointValue size,
                                                  double rotation, Transform2DLinear const& pose) {
-    auto rectangle = Brnt::CreateObject<RectangleAffine>();
-    rectangle->SetCenterLengthsRotationSkew(centerX, centerY, size.x, size.y, rotation, 0);
-    return rectangle->MapLinear(pose, CopyShapeConstants_GeometryOnly);
+    return RectangleAffine::MapCenterLengthsRotationSkew(pose, centerX, centerY, size.x, size.y,
+                                                         rotation, 0);
 }
 
 std::shared_ptr<DLBlueFeature> CreateBlueFeature(XMLElement const& feat,
                                                  Transform2DLinear const& pose) {
-    std::string id = RequiredAttribute(feat, "id");
-    PointValue const location = ReadPoint(RequiredAttribute(feat, "loc"), ",");
-    double const angle = ParseRealStrict(RequiredAttribute(feat, "angle"));
-    PointValue const size = ReadPoint(RequiredAttribute(feat, "size"), "x");
-    double const score = ParseRealStrict(RequiredAttribute(feat, "score"));
-    char const* covers = RequiredAttribute(feat, "covers");
+    AttributeReader attributes(feat);
+    std::string id = attributes.Required("id");
+    PointValue const location = ReadPoint(attributes.Required("loc"), ",");
+    double const angle = ParseRealStrict(attributes.Required("angle"));
+    PointValue const size = ReadPoint(attributes.Required("size"), "x");
+    double const score = ParseRealStrict(attributes.Required("score"));
+    char const* covers = attributes.Required("covers");
     return Brnt::CreateObject<DLBlueFeature>(
         std::move(id), MappedRectangle(location.x, location.y, size, angle, pose), score, covers);
 }
@@ -52,7 +52,7 @@ std::shared_ptr<DLBlueFeatureReadOnlyCollection>
 SelectMatchingBlueFeaturesFromList(XMLElement const& element, Features const& features) {
     Features selection;
     ForEachChild(element, "feat", [&](XMLElement const& feat) {
-        std::int64_t const index = feat.Int64Attribute("idx", 0);
+        std::int64_t const index = Int64Attribute(feat, "idx", 0);
         if (index < 0 || index >= static_cast<std::int64_t>(features.size()))
             ThrowBadDocument("a feature index lies outside the feature list");
         selection.push_back(features[static_cast<std::size_t>(index)]);
@@ -153,7 +153,7 @@ CreateResultMatchPtr(XMLElement const& match, Features const& features, Transfor
     char const* modelId = RequiredAttribute(match, "model_id");
     char const* modelType = RequiredAttribute(match, "model_type");
     // Unlike the other scores of the document, a bad text here reads as 0.
-    double const score = match.DoubleAttribute("score", 0);
+    double const score = DoubleAttribute(match, "score", 0);
     for (MatchKind const& kind : MatchKinds)
         if (std::strcmp(modelType, kind.modelType) == 0)
             return kind.decode(match, features, pose, modelId, modelType, score);

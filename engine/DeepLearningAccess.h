@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -128,13 +129,39 @@ private:
     static void UnsubscribeOnShutDown(DLOperator* op);
     static long OperatorShutdownHook(void* op);
 
-    char const* GetParameter(std::shared_ptr<DLToolRuntimeParams> const& tool, char const* path);
-    void SetParameter(std::shared_ptr<DLToolRuntimeParams> const& tool, char const* path,
-                      char const* value);
+    // The cache keys of one tool's parameters, workspace id "/" stream name "/" tool name "/"
+    // path. The tool's address is found at the first key and the prefix written once; each key
+    // then appends its path to it.
+    class ParameterKeys {
+    public:
+        explicit ParameterKeys(DLToolRuntimeParams const* tool);
+        // Serves another tool, or none, and lets go of the previous one's stream and workspace.
+        void Reset(DLToolRuntimeParams const* tool);
+        bool Serve(DLToolRuntimeParams const& tool) const { return tool_ == &tool; }
+        ToolAddress const& Address();
+        std::string const& Key(char const* path);
+
+    private:
+        DLToolRuntimeParams const* tool_;
+        std::optional<ToolAddress> address_;
+        std::string key_;
+        std::size_t prefixLength_ = 0;
+    };
+
+    // The text is the cache's or the access buffer's, good until the next engine call.
+    char const* GetParameter(DLToolRuntimeParams const& tool, char const* path);
+    // Writes the value unless the parameter holds it already. Tells whether the cache holds the
+    // value now: false only when the engine had it and nothing was cached.
+    bool SetParameter(DLToolRuntimeParams const& tool, char const* path, char const* value);
     void ApplyRuntimeParametersRecursively(std::shared_ptr<DLToolRuntimeParams> const& tool);
+    void PushParametersOf(DLToolRuntimeParams& tool);
     static ToolAddress AddressOf(DLToolRuntimeParams const& tool);
-    // workspace id "/" stream name "/" tool name "/" path
-    std::string const& ParameterKey(ToolAddress const& address, char const* path);
+    // Calls use with the keys of the tool: those of the push in progress when it is the tool's,
+    // else keys of its own.
+    template <class Use> auto WithKeysOf(DLToolRuntimeParams const& tool, Use use);
+    char const* ReadParameter(ParameterKeys& keys, char const* path);
+    bool WriteParameter(ParameterKeys& keys, char const* path, char const* value);
+    char const* ReadEngineParameter(ToolAddress const& address, char const* path);
 
     std::shared_ptr<DLStreamReadOnlyCollection>
     LoadStreams(std::shared_ptr<DLWorkspace> const& workspace);
@@ -168,7 +195,8 @@ private:
 
     std::shared_ptr<EngineAccessBuffer> accessBuffer_;
     std::recursive_mutex accessLock_;
-    std::string parameterKey_;
+    // The keys of the tool whose parameters are being pushed; a push builds them once a tool.
+    ParameterKeys pushKeys_{nullptr};
 };
 
 } // namespace Private

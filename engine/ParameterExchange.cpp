@@ -20,55 +20,109 @@ ToolAddress DeepLearningAccess::AddressOf(DLToolRuntimeParams const& tool) {
     return {stream, workspace, workspace->name_.c_str(), stream->name_.c_str(), tool.name_.c_str()};
 }
 
-std::string const& DeepLearningAccess::ParameterKey(ToolAddress const& address,
-                                                    char const* path) {
-    // One buffer for every key: the steady-state push builds it without allocating.
-    parameterKey_.clear();
-    parameterKey_.append(address.workspaceId)
-        .append("/")
-        .append(address.streamName)
-        .append("/")
-        .append(address.toolName)
-        .append("/")
-        .append(path);
-    return parameterKey_;
+DeepLearningAccess::ParameterKeys::ParameterKeys(DLToolRuntimeParams const* tool)
+    : tool_(tool) {}
+
+void DeepLearningAccess::ParameterKeys::Reset(DLToolRuntimeParams const* tool) {
+    tool_ = tool;
+    address_.reset();
 }
 
-char const* DeepLearningAccess::GetParameter(std::shared_ptr<DLToolRuntimeParams> const& tool,
-                                             char const* path) {
+ToolAddress const& DeepLearningAccess::ParameterKeys::Address() {
+    if (!address_) {
+        address_ = AddressOf(*tool_);
+        key_.assign(address_->workspaceId)
+            .append("/")
+            .append(address_->streamName)
+            .append("/")
+            .append(address_->toolName)
+            .append("/");
+        prefixLength_ = key_.size();
+    }
+    return *address_;
+}
+
+std::string const& DeepLearningAccess::ParameterKeys::Key(char const* path) {
+    Address();
+    key_.resize(prefixLength_);
+    return key_.append(path);
+}
+
+template <class Use> auto DeepLearningAccess::WithKeysOf(DLToolRuntimeParams const& tool, Use use) {
+    if (pushKeys_.Serve(tool))
+        return use(pushKeys_);
+    ParameterKeys keys(&tool);
+    return use(keys);
+}
+
+char const* DeepLearningAccess::GetParameter(DLToolRuntimeParams const& tool, char const* path) {
     std::lock_guard<std::recursive_mutex> lock(accessLock_);
+    return WithKeysOf(tool, [&](ParameterKeys& keys) { return ReadParameter(keys, path); });
+}
+
+bool DeepLearningAccess::SetParameter(DLToolRuntimeParams const& tool, char const* path,
+                                      char const* value) {
+    std::lock_guard<std::recursive_mutex> lock(accessLock_);
+    return WithKeysOf(tool, [&](ParameterKeys& keys) { return WriteParameter(keys, path, value); });
+}
+
+char const* DeepLearningAccess::ReadParameter(ParameterKeys& keys, char const* path) {
     InitBuffer();
-    ToolAddress const address = AddressOf(*tool);
     auto const& cache = accessBuffer_->ParameterCache;
-    if (auto cached = cache.find(ParameterKey(address, path)); cached != cache.end())
+    if (auto cached = cache.find(keys.Key(path)); cached != cache.end())
         return cached->second.c_str();
-    ThrowIfFailed(Engine().kelo_runtime_tool_get_parameter(
-                      address.workspaceId, address.streamName, address.toolName, path, &accessBuffer_->buffer),
-                  DeepLearningExceptionCodes::CannotGetParameter,
-                  ExceptionTexts::CannotGetParameter);
+    return ReadEngineParameter(keys.Address(), path);
+}
+
+char const* DeepLearningAccess::ReadEngineParameter(ToolAddress const& address, char const* path) {
+    ThrowIfFailed(
+        Engine().kelo_runtime_tool_get_parameter(address.workspaceId, address.streamName,
+                                                 address.toolName, path, &accessBuffer_->buffer),
+        DeepLearningExceptionCodes::CannotGetParameter, ExceptionTexts::CannotGetParameter);
     return accessBuffer_->buffer.text ? accessBuffer_->buffer.text : "";
 }
 
-void DeepLearningAccess::SetParameter(std::shared_ptr<DLToolRuntimeParams> const& tool,
-                                      char const* path, char const* value) {
-    std::lock_guard<std::recursive_mutex> lock(accessLock_);
-    if (std::strcmp(GetParameter(tool, path), value) == 0)
-        return;
-    ToolAddress const address = AddressOf(*tool);
-    // The cache takes the value before the engine is asked, so a refused value stays cached.
-    accessBuffer_->ParameterCache.insert_or_assign(ParameterKey(address, path), value);
+bool DeepLearningAccess::WriteParameter(ParameterKeys& keys, char const* path, char const* value) {
+    InitBuffer();
+    auto& cache = accessBuffer_->ParameterCache;
+    std::string const& key = keys.Key(path);
+    // One lookup serves both the compare and the store.
+    auto cached = cache.find(key);
+    if (cached != cache.end()) {
+        if (std::strcmp(cached->second.c_str(), value) == 0)
+            return true;
+        cached->second = value;
+    } else {
+        if (std::strcmp(ReadEngineParameter(keys.Address(), path), value) == 0)
+            return false;
+        cache.emplace(key, value);
+    }
+    // The cache took the value before the engine is asked, so a refused value stays cached.
+    ToolAddress const& address = keys.Address();
     ThrowIfFailed(Engine().kelo_runtime_tool_set_parameter(address.workspaceId, address.streamName,
                                                            address.toolName, path, value),
                   DeepLearningExceptionCodes::CannotSetParameter,
                   ExceptionTexts::CannotSetParameter);
+    return true;
 }
 
 void DeepLearningAccess::ApplyRuntimeParametersRecursively(
     std::shared_ptr<DLToolRuntimeParams> const& tool) {
-    tool->ApplyRuntimeParameters();
+    std::lock_guard<std::recursive_mutex> lock(accessLock_);
+    PushParametersOf(*tool);
     if (auto children = tool->ChildTools())
         for (auto const& child : *children)
             ApplyRuntimeParametersRecursively(child);
+}
+
+void DeepLearningAccess::PushParametersOf(DLToolRuntimeParams& tool) {
+    // The keys serve this tool alone, and hold its stream and workspace only while it pushes.
+    struct Release {
+        ParameterKeys& keys;
+        ~Release() { keys.Reset(nullptr); }
+    } const release{pushKeys_};
+    pushKeys_.Reset(&tool);
+    tool.ApplyRuntimeParameters();
 }
 
 } // namespace Tavrin::Vision::DeepLearning::Private

@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <Vision/Core/Transform2D.h>
@@ -30,23 +32,24 @@ std::shared_ptr<Vect2> MappedPoint(Transform2DLinear const& transform, PointValu
 // Center and points come back in the caller's space; area and perimeter stay in view units.
 std::shared_ptr<DLResultRedRegion> CreateResultRedRegion(XMLElement const& region,
                                                          Transform2DLinear const& transform) {
-    double const score = ParseRealStrict(RequiredAttribute(region, "score"));
-    std::string name = RequiredAttribute(region, "name");
-    double const area = ParseRealStrict(RequiredAttribute(region, "area"));
-    double const perimeter = ParseRealStrict(RequiredAttribute(region, "perimeter"));
-    PointValue const center = ReadPoint(RequiredAttribute(region, "center"), ",");
-    char const* covers = RequiredAttribute(region, "covers");
-    char const* coverage = RequiredAttribute(region, "coverage");
-    std::vector<PointValue> const points =
-        ReadPointList(RequiredAttribute(region, "points"), ",", " ");
+    AttributeReader attributes(region);
+    double const score = ParseRealStrict(attributes.Required("score"));
+    std::string name = attributes.Required("name");
+    double const area = ParseRealStrict(attributes.Required("area"));
+    double const perimeter = ParseRealStrict(attributes.Required("perimeter"));
+    PointValue const center = ReadPoint(attributes.Required("center"), ",");
+    char const* covers = attributes.Required("covers");
+    char const* coverage = attributes.Required("coverage");
+    std::string_view const pointText = attributes.Required("points");
 
-    std::vector<Vect2Ptr> mapped;
-    mapped.reserve(points.size());
-    for (PointValue const& point : points)
-        mapped.push_back(MappedPoint(transform, point));
+    std::vector<Vect2Ptr> points;
+    points.reserve(static_cast<std::size_t>(std::count(pointText.begin(), pointText.end(), ' ')) +
+                   1);
+    ForEachPoint(pointText, ",", ' ',
+                 [&](PointValue const& point) { points.push_back(MappedPoint(transform, point)); });
     return Brnt::CreateObject<DLResultRedRegion>(
         score, std::move(name), area, perimeter, MappedPoint(transform, center), covers,
-        Brnt::CreateObject<Vect2Collection>(std::move(mapped)), coverage);
+        Brnt::CreateObject<Vect2Collection>(std::move(points)), coverage);
 }
 
 std::shared_ptr<DLResultTag> CreateGreenTag(XMLElement const& tag) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include <tinyxml2.h>
@@ -49,8 +50,34 @@ CreateResourcesIf(bool addImageRecords, tinyxml2::XMLElement const& parent,
 // required, or a transform too short. The engine never writes one; the decoder refuses it
 // with CannotParseResult rather than read through nothing.
 [[noreturn]] void ThrowBadDocument(char const* what);
+
+// The attributes of one element, read by name. The engine writes them in the order in which
+// the decoder reads them, so each search starts after the attribute found last and wraps
+// around: one name compare a read where the orders agree, and the same answers where not.
+class AttributeReader {
+public:
+    explicit AttributeReader(tinyxml2::XMLElement const& element);
+    char const* Required(char const* name);
+
+private:
+    // Null when the element has no attribute of that name.
+    char const* Find(char const* name);
+    char const* FindBetween(tinyxml2::XMLAttribute const* first, tinyxml2::XMLAttribute const* stop,
+                            char const* name);
+
+    tinyxml2::XMLElement const& element_;
+    tinyxml2::XMLAttribute const* next_;
+};
+
 char const* RequiredAttribute(tinyxml2::XMLElement const& element, char const* name);
 tinyxml2::XMLElement const& RequiredChild(tinyxml2::XMLElement const& element, char const* name);
+
+// tinyxml2's DoubleAttribute and Int64Attribute, which read with sscanf. The plain numbers that
+// the engine writes read the same here at a fraction of the cost; anything else is left to
+// tinyxml2.
+double DoubleAttribute(tinyxml2::XMLElement const& element, char const* name, double absent);
+std::int64_t Int64Attribute(tinyxml2::XMLElement const& element, char const* name,
+                            std::int64_t absent);
 
 // Calls visit on each child element of that name, in document order.
 template <class Visit>

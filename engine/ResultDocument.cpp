@@ -1,3 +1,6 @@
+#include <cstdint>
+#include <cstring>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,12 +28,63 @@ void ThrowBadDocument(char const* what) {
                                 std::string(ExceptionTexts::CannotParseResult) + ": " + what);
 }
 
-char const* RequiredAttribute(XMLElement const& element, char const* name) {
-    if (char const* value = element.Attribute(name))
+AttributeReader::AttributeReader(XMLElement const& element)
+    : element_(element)
+    , next_(element.FirstAttribute()) {}
+
+char const* AttributeReader::Find(char const* name) {
+    tinyxml2::XMLAttribute const* const start = next_;
+    if (char const* value = FindBetween(start, nullptr, name))
+        return value;
+    return FindBetween(element_.FirstAttribute(), start, name);
+}
+
+char const* AttributeReader::FindBetween(tinyxml2::XMLAttribute const* first,
+                                         tinyxml2::XMLAttribute const* stop, char const* name) {
+    for (auto const* attribute = first; attribute != stop; attribute = attribute->Next()) {
+        if (std::strcmp(attribute->Name(), name) == 0) {
+            next_ = attribute->Next();
+            return attribute->Value();
+        }
+    }
+    return nullptr;
+}
+
+char const* AttributeReader::Required(char const* name) {
+    if (char const* value = Find(name))
         return value;
     std::string const what =
-        std::string("the ") + element.Name() + " element has no " + name + " attribute";
+        std::string("the ") + element_.Name() + " element has no " + name + " attribute";
     ThrowBadDocument(what.c_str());
+}
+
+char const* RequiredAttribute(XMLElement const& element, char const* name) {
+    return AttributeReader(element).Required(name);
+}
+
+double DoubleAttribute(XMLElement const& element, char const* name, double absent) {
+    char const* const text = element.Attribute(name);
+    if (!text)
+        return absent;
+    if (std::optional<double> const plain = ReadPlainDecimal(text))
+        return *plain;
+    return element.DoubleAttribute(name, absent);
+}
+
+std::int64_t Int64Attribute(XMLElement const& element, char const* name, std::int64_t absent) {
+    // Up to 18 digits never overflow; a leading 0x makes tinyxml2 read hex.
+    constexpr int MaxDigits = 18;
+    char const* const text = element.Attribute(name);
+    if (!text)
+        return absent;
+    std::int64_t value = 0;
+    int digits = 0;
+    for (; digits <= MaxDigits && text[digits] >= '0' && text[digits] <= '9'; ++digits)
+        value = value * 10 + (text[digits] - '0');
+    bool const hexPrefix = text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
+    if (digits == 0 || digits > MaxDigits || hexPrefix)
+        return element.Int64Attribute(name, absent);
+    return value;
 }
 
 XMLElement const& RequiredChild(XMLElement const& element, char const* name) {

@@ -21,19 +21,6 @@ PointValue ReadPoint(std::string_view text, std::string_view delimiter) {
     return {x, y};
 }
 
-std::vector<PointValue> ReadPointList(std::string_view text, std::string_view inside,
-                                      std::string_view between) {
-    std::vector<PointValue> points;
-    while (!text.empty()) {
-        std::size_t const position = text.find(between);
-        points.push_back(ReadPoint(text.substr(0, position), inside));
-        if (position == std::string_view::npos)
-            break;
-        text.remove_prefix(position + 1);
-    }
-    return points;
-}
-
 std::shared_ptr<Transform2DLinear> ParseTransform2DLinear(std::string_view text) {
     std::array<std::string_view, 6> tokens;
     std::size_t count = 0;

@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <string_view>
-#include <vector>
 
 namespace Tavrin::Vision {
 class Transform2DLinear;
@@ -20,11 +19,19 @@ struct PointValue {
 // "640" reads as 640 by 640.
 PointValue ReadPoint(std::string_view text, std::string_view delimiter);
 
-// Points joined by `between`, each two reals joined by `inside`. An empty text gives no point,
-// a trailing delimiter adds none, and an empty token (a doubled or leading delimiter) fails as
-// a bad number does.
-std::vector<PointValue> ReadPointList(std::string_view text, std::string_view inside,
-                                      std::string_view between);
+// Calls visit with each point of a list: points joined by `between`, each two reals joined by
+// `inside`. An empty text gives no point, a trailing delimiter adds none, and an empty token (a
+// doubled or leading delimiter) fails as a bad number does.
+template <class Visit>
+void ForEachPoint(std::string_view text, std::string_view inside, char between, Visit&& visit) {
+    while (!text.empty()) {
+        std::size_t const position = text.find(between);
+        visit(ReadPoint(text.substr(0, position), inside));
+        if (position == std::string_view::npos)
+            break;
+        text.remove_prefix(position + 1);
+    }
+}
 
 // Six reals joined by ",": the linear part comes with its two middle numbers in the other order
 // than SetMatrixElementsTranslation takes them. Fewer than six numbers is a bad document.

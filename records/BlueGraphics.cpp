@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <Vision/Core/Ellipse.h>
+#include <Vision/Core/EllipseGeometry.h>
 #include <Vision/Core/LineSegment.h>
 #include <Vision/Core/PointMarker.h>
 #include <Vision/Core/RectangleAffine.h>
@@ -99,6 +100,39 @@ Point Arm(Point from, Point to, double length) {
     return {side.x * inverseNorm * length, side.y * inverseNorm * length};
 }
 
+Point Mapped(Transform2DLinear const& transform, double x, double y) {
+    Point mapped;
+    transform.MapPoint(x, y, &mapped.x, &mapped.y);
+    return mapped;
+}
+
+double Length(Point vector) {
+    return std::hypot(vector.x, vector.y);
+}
+
+// A feature's corners as its view sees them. The inverse pose is linear, so mapping the
+// corners is exact, and no shape needs to be built for it.
+struct ViewCorners {
+    Point origin;
+    Point x;
+    Point y;
+    Point opposite;
+
+    Point Center() const {
+        return {(origin.x + opposite.x) * Half, (origin.y + opposite.y) * Half};
+    }
+    Point SideX() const { return x - origin; }
+    Point SideY() const { return y - origin; }
+};
+
+ViewCorners CornersInView(ViewSpace& view, RectangleAffine const& rectangle) {
+    Transform2DLinear const& inverse = view.Inverse();
+    return {Mapped(inverse, rectangle.CornerOriginX(), rectangle.CornerOriginY()),
+            Mapped(inverse, rectangle.CornerXX(), rectangle.CornerXY()),
+            Mapped(inverse, rectangle.CornerYX(), rectangle.CornerYY()),
+            Mapped(inverse, rectangle.CornerOppositeX(), rectangle.CornerOppositeY())};
+}
+
 template <class Match>
 std::shared_ptr<DLBlueFeatureReadOnlyCollection> FeaturesOfKind(DLResultMatchPtr const& match) {
     auto const typed = std::dynamic_pointer_cast<Match>(match);
@@ -132,22 +166,19 @@ bool Contains(Features const& features, DLBlueFeaturePtr const& feature) {
 
 std::shared_ptr<LineSegment> MakeCornerSegment(Transform2DLinear const& pose, Point start,
                                                Point end, LineSegmentAdornmentConstants adornment) {
+    Point const mappedStart = Mapped(pose, start.x, start.y);
+    Point const mappedEnd = Mapped(pose, end.x, end.y);
     auto segment = Brnt::CreateObject<LineSegment>();
-    segment->SetStartEnd(start.x, start.y, end.x, end.y);
-    auto mapped = segment->MapLinear(pose, GeometryOnly);
-    mapped->setEndPointAdornment(adornment);
-    return mapped;
+    segment->SetStartEnd(mappedStart.x, mappedStart.y, mappedEnd.x, mappedEnd.y);
+    segment->setEndPointAdornment(adornment);
+    return segment;
 }
 
 // Brackets are built upright in the view, where the arms have their lengths, and then mapped
 // back into the image.
 void AddFeatureCorners(GraphicCollection& graphics, ViewSpace& view,
                        RectangleAffine const& rectangle, bool isRead) {
-    auto const local = rectangle.MapLinear(view.Inverse(), GeometryOnly);
-    Point const o{local->CornerOriginX(), local->CornerOriginY()};
-    Point const p{local->CornerOppositeX(), local->CornerOppositeY()};
-    Point const x{local->CornerXX(), local->CornerXY()};
-    Point const y{local->CornerYX(), local->CornerYY()};
+    auto const [o, x, y, p] = CornersInView(view, rectangle);
     Point const dx = Arm(o, x, isRead ? ReadBracketArmX : BracketArm);
     Point const dy = Arm(o, y, isRead ? ReadBracketArmY : BracketArm);
     // Arrows at the origin corner show a plain tool's feature direction.
@@ -173,12 +204,17 @@ void AddFeatureCorners(GraphicCollection& graphics, ViewSpace& view,
 // The ellipse is inscribed in the feature as the view sees it, then mapped into the image.
 void AddFeatureEllipse(GraphicCollection& graphics, ViewSpace& view,
                        RectangleAffine const& rectangle) {
-    auto const local = rectangle.MapLinear(view.Inverse(), GeometryOnly);
+    ViewCorners const local = CornersInView(view, rectangle);
+    Point const center = local.Center();
+    Point const sideX = local.SideX();
+    Vision::Implementation::EllipseGeometry const inscribed{center.x, center.y, Length(sideX) * Half,
+                                                    Length(local.SideY()) * Half,
+                                                    std::atan2(sideX.y, sideX.x)};
+    auto const mapped = Vision::Implementation::MapEllipse(inscribed, view.Pose()).geometry;
     auto ellipse = Brnt::CreateObject<Ellipse>();
-    ellipse->SetCenterXYRadiusXYRotation(local->CenterX(), local->CenterY(),
-                                         local->SideXLength() * Half, local->SideYLength() * Half,
-                                         local->Rotation());
-    AddStyled(graphics, ellipse->MapLinear(view.Pose(), GeometryOnly), Palette::Blue);
+    ellipse->SetCenterXYRadiusXYRotation(mapped.centerX, mapped.centerY, mapped.radiusX,
+                                         mapped.radiusY, mapped.rotation);
+    AddStyled(graphics, ellipse, Palette::Blue);
 }
 
 void AddFeatureMarker(GraphicCollection& graphics, RectangleAffine const& rectangle) {
@@ -252,15 +288,15 @@ std::shared_ptr<RectangleAffine>
 MatchFeatureBounds(ViewSpace& view, DLBlueFeatureReadOnlyCollection const& features) {
     double const infinity = std::numeric_limits<double>::infinity();
     double minX = infinity, minY = infinity, maxX = -infinity, maxY = -infinity;
-    Transform2DLinear const& inverse = view.Inverse();
     for (auto const& feature : features) {
-        auto const local = feature->Rectangle()->MapLinear(inverse, GeometryOnly);
-        double const halfX = local->SideXLength() * Half;
-        double const halfY = local->SideYLength() * Half;
-        minX = std::min(minX, local->CenterX() - halfX);
-        minY = std::min(minY, local->CenterY() - halfY);
-        maxX = std::max(maxX, local->CenterX() + halfX);
-        maxY = std::max(maxY, local->CenterY() + halfY);
+        ViewCorners const local = CornersInView(view, *feature->Rectangle());
+        Point const center = local.Center();
+        double const halfX = Length(local.SideX()) * Half;
+        double const halfY = Length(local.SideY()) * Half;
+        minX = std::min(minX, center.x - halfX);
+        minY = std::min(minY, center.y - halfY);
+        maxX = std::max(maxX, center.x + halfX);
+        maxY = std::max(maxY, center.y + halfY);
     }
     auto bounds = Brnt::CreateObject<RectangleAffine>();
     bounds->SetOriginCornerXCornerY(minX, minY, maxX, minY, minX, maxY);

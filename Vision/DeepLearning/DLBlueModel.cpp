@@ -35,12 +35,12 @@ std::string DLBlueModel::getPropertyPath(std::string const& key) const {
 }
 
 char const* DLBlueModel::GetModelParameter(DeepLearningAccess& access, char const* key) const {
-    return access.GetParameter(parent_.lock(), getPropertyPath(key).c_str());
+    return access.GetParameter(*parent_.lock(), getPropertyPath(key).c_str());
 }
 
 void DLBlueModel::SetModelParameter(DeepLearningAccess& access, char const* key,
                                     std::string const& value) const {
-    access.SetParameter(parent_.lock(), getPropertyPath(key).c_str(), value.c_str());
+    access.SetParameter(*parent_.lock(), getPropertyPath(key).c_str(), value.c_str());
 }
 
 void DLBlueModel::FinalConstruct() {

@@ -67,23 +67,21 @@ void DLBlueReadToolRuntimeParams::setShowModels(bool value) {
 void DLBlueReadToolRuntimeParams::FinalConstruct() {
     DLToolRuntimeParams::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    DLToolRuntimeParamsPtr const self = shared_from_this();
-    threshold_ = ParseReal(access->GetParameter(self, BluePaths::Threshold));
-    featureFilter_ = access->GetParameter(self, BluePaths::FeatureFilter);
-    precision_ = ParseReal(access->GetParameter(self, BluePaths::Precision));
+    threshold_ = ParseReal(access->GetParameter(*this, BluePaths::Threshold));
+    featureFilter_ = access->GetParameter(*this, BluePaths::FeatureFilter);
+    precision_ = ParseReal(access->GetParameter(*this, BluePaths::Precision));
     featureSize_ = DeepLearningAccess::ParseVector2(
-        access->GetParameter(self, BluePaths::FeatureSize), FeatureSizeDelimiter);
-    models_ = access->LoadModels(self);
+        access->GetParameter(*this, BluePaths::FeatureSize), FeatureSizeDelimiter);
+    models_ = access->LoadModels(shared_from_this());
 }
 
 void DLBlueReadToolRuntimeParams::ApplyRuntimeParameters() {
     DLToolRuntimeParams::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    DLToolRuntimeParamsPtr const self = shared_from_this();
-    access->SetParameter(self, BluePaths::Threshold, FormatReal(threshold_).c_str());
-    access->SetParameter(self, BluePaths::FeatureFilter, featureFilter_.c_str());
-    access->SetParameter(self, BluePaths::Precision, FormatReal(precision_).c_str());
-    access->SetParameter(self, BluePaths::FeatureSize, FormatFeatureSize(*featureSize_).c_str());
+    access->SetParameter(*this, BluePaths::Threshold, FormatReal(threshold_).c_str());
+    access->SetParameter(*this, BluePaths::FeatureFilter, featureFilter_.c_str());
+    access->SetParameter(*this, BluePaths::Precision, FormatReal(precision_).c_str());
+    access->SetParameter(*this, BluePaths::FeatureSize, FormatFeatureSize(*featureSize_).c_str());
     ApplyModels(models_.get());
 }
 

@@ -55,17 +55,15 @@ void DLFocusedModeGreenToolRuntimeParams::setShowGraphics(bool value) {
 void DLFocusedModeGreenToolRuntimeParams::FinalConstruct() {
     DLToolRuntimeParams::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    DLToolRuntimeParamsPtr const self = shared_from_this();
-    samplingDensity_ = ParseReal(access->GetParameter(self, SamplingDensityPath));
-    threshold_ = ParseReal(access->GetParameter(self, ThresholdPath));
+    samplingDensity_ = ParseReal(access->GetParameter(*this, SamplingDensityPath));
+    threshold_ = ParseReal(access->GetParameter(*this, ThresholdPath));
 }
 
 void DLFocusedModeGreenToolRuntimeParams::ApplyRuntimeParameters() {
     DLToolRuntimeParams::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    DLToolRuntimeParamsPtr const self = shared_from_this();
-    access->SetParameter(self, SamplingDensityPath, FormatReal(samplingDensity_).c_str());
-    access->SetParameter(self, ThresholdPath, FormatReal(threshold_).c_str());
+    access->SetParameter(*this, SamplingDensityPath, FormatReal(samplingDensity_).c_str());
+    access->SetParameter(*this, ThresholdPath, FormatReal(threshold_).c_str());
 }
 
 template <class Archive>

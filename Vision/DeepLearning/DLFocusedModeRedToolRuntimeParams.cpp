@@ -64,23 +64,22 @@ void DLFocusedModeRedToolRuntimeParams::setShowGraphics(bool value) {
 void DLFocusedModeRedToolRuntimeParams::FinalConstruct() {
     DLToolRuntimeParams::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    DLToolRuntimeParamsPtr const self = shared_from_this();
-    samplingDensity_ = ParseReal(access->GetParameter(self, SamplingDensityPath));
-    ParseThresholdText(access->GetParameter(self, ThresholdPath), lowerThreshold_, upperThreshold_);
-    regionFilter_ = access->GetParameter(self, RegionFilterPath);
+    samplingDensity_ = ParseReal(access->GetParameter(*this, SamplingDensityPath));
+    ParseThresholdText(access->GetParameter(*this, ThresholdPath), lowerThreshold_,
+                       upperThreshold_);
+    regionFilter_ = access->GetParameter(*this, RegionFilterPath);
     iterations_ =
-        static_cast<unsigned int>(ParseInteger(access->GetParameter(self, IterationsPath)));
+        static_cast<unsigned int>(ParseInteger(access->GetParameter(*this, IterationsPath)));
 }
 
 void DLFocusedModeRedToolRuntimeParams::ApplyRuntimeParameters() {
     DLToolRuntimeParams::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    DLToolRuntimeParamsPtr const self = shared_from_this();
-    access->SetParameter(self, SamplingDensityPath, FormatReal(samplingDensity_).c_str());
-    access->SetParameter(self, ThresholdPath,
+    access->SetParameter(*this, SamplingDensityPath, FormatReal(samplingDensity_).c_str());
+    access->SetParameter(*this, ThresholdPath,
                          ComposeThresholdText(lowerThreshold_, upperThreshold_).c_str());
-    access->SetParameter(self, RegionFilterPath, regionFilter_.c_str());
-    access->SetParameter(self, IterationsPath, FormatInteger(iterations_).c_str());
+    access->SetParameter(*this, RegionFilterPath, regionFilter_.c_str());
+    access->SetParameter(*this, IterationsPath, FormatInteger(iterations_).c_str());
 }
 
 template <class Archive>

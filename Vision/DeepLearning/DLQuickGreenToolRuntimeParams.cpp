@@ -47,19 +47,19 @@ void DLQuickGreenToolRuntimeParams::setGenerateHeatmap(bool value) {
 void DLQuickGreenToolRuntimeParams::FinalConstruct() {
     DLToolRuntimeParams::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    DLToolRuntimeParamsPtr const self = shared_from_this();
-    thresholdText_ = access->GetParameter(self, ThresholdPath);
+    thresholdText_ = access->GetParameter(*this, ThresholdPath);
     threshold_ = ParseRealStrict(thresholdText_);
-    generateHeatmap_ = ParseBool(access->GetParameter(self, GenerateHeatmapPath));
+    generateHeatmap_ = ParseBool(access->GetParameter(*this, GenerateHeatmapPath));
 }
 
 void DLQuickGreenToolRuntimeParams::ApplyRuntimeParameters() {
     DLToolRuntimeParams::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    DLToolRuntimeParamsPtr const self = shared_from_this();
-    access->SetParameter(self, ThresholdPath, thresholdText_.c_str());
-    access->SetParameter(self, GenerateHeatmapPath, FormatBool(generateHeatmap_).c_str());
-    thresholdText_ = access->GetParameter(self, ThresholdPath);
+    bool const thresholdCached = access->SetParameter(*this, ThresholdPath, thresholdText_.c_str());
+    access->SetParameter(*this, GenerateHeatmapPath, FormatBool(generateHeatmap_).c_str());
+    // A cached text reads back as the one just given; without one the engine is asked again.
+    if (!thresholdCached)
+        thresholdText_ = access->GetParameter(*this, ThresholdPath);
 }
 
 template <class Archive>

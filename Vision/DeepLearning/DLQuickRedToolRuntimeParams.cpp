@@ -44,19 +44,19 @@ void DLQuickRedToolRuntimeParams::setShowGraphics(bool value) {
 void DLQuickRedToolRuntimeParams::FinalConstruct() {
     DLToolRuntimeParams::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    DLToolRuntimeParamsPtr const self = shared_from_this();
-    ParseThresholdTextKeepingIt(access->GetParameter(self, ThresholdPath), lowerThreshold_,
+    ParseThresholdTextKeepingIt(access->GetParameter(*this, ThresholdPath), lowerThreshold_,
                                 upperThreshold_, thresholdText_);
-    regionFilter_ = access->GetParameter(self, RegionFilterPath);
+    regionFilter_ = access->GetParameter(*this, RegionFilterPath);
 }
 
 void DLQuickRedToolRuntimeParams::ApplyRuntimeParameters() {
     DLToolRuntimeParams::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    DLToolRuntimeParamsPtr const self = shared_from_this();
-    access->SetParameter(self, ThresholdPath, thresholdText_.c_str());
-    access->SetParameter(self, RegionFilterPath, regionFilter_.c_str());
-    thresholdText_ = access->GetParameter(self, ThresholdPath);
+    bool const thresholdCached = access->SetParameter(*this, ThresholdPath, thresholdText_.c_str());
+    access->SetParameter(*this, RegionFilterPath, regionFilter_.c_str());
+    // A cached text reads back as the one just given; without one the engine is asked again.
+    if (!thresholdCached)
+        thresholdText_ = access->GetParameter(*this, ThresholdPath);
 }
 
 template <class Archive>

@@ -115,6 +115,30 @@ TEST_F(ParameterExchange, ClonesOfOneFileEachPushTheirOwnValues) {
     EXPECT_EQ(FilterWrites(4), (std::vector<std::string>{"mine", "theirs", "mine"}));
 }
 
+TEST_F(ParameterExchange, ARedToolReadsItsThresholdBackFromTheEngineOnlyWhileUncached) {
+    char const* const Threshold = "post_process_parameters/red/threshold";
+    auto thresholdReads = [&] {
+        int reads = 0;
+        for (auto const& call : TestKelo::LoggedCalls()) {
+            if (call.rfind("kelo_runtime_tool_get_parameter(", 0) != 0)
+                continue;
+            auto const arguments = WorkspaceFiles::Arguments(call);
+            reads += arguments[2] == "quick" && arguments[3] == Threshold;
+        }
+        testkelo_clear_log();
+        return reads;
+    };
+    // The engine's own text: compared, nothing written, and read back.
+    Peer::ApplyRuntimeParametersRecursively(tool_);
+    EXPECT_EQ(thresholdReads(), 2);
+    // A new text: compared and written; the read-back finds it cached.
+    std::dynamic_pointer_cast<DLQuickRedToolRuntimeParams>(tool_)->setUpperThreshold(0.8);
+    Peer::ApplyRuntimeParametersRecursively(tool_);
+    EXPECT_EQ(thresholdReads(), 1);
+    Peer::ApplyRuntimeParametersRecursively(tool_);
+    EXPECT_EQ(thresholdReads(), 0);
+}
+
 TEST_F(ParameterExchange, AParentIsWrittenBeforeItsChildren) {
     auto child = Tool(workspace_, "child-uuid");
     std::dynamic_pointer_cast<DLQuickRedToolRuntimeParams>(child)->setRegionFilter("child");

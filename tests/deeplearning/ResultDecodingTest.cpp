@@ -157,6 +157,34 @@ TEST_F(ResultDecoding, ReadsNumbersAsTheStandardConversionsDo) {
     EXPECT_THROW(Decode(channels("4294967296")), std::out_of_range);
 }
 
+// Plain decimals take a quicker road than other texts; both must give the C library's values.
+TEST_F(ResultDecoding, PointsReadEveryFormAsTheCLibraryDoes) {
+    struct PointCase {
+        char const* text;
+        double value;
+    };
+    PointCase const cases[] = {
+        {"0.1", 0.1},  {"1000.15", 1000.15}, {"-.5", -0.5},
+        {"1.5e1", 15}, {"0x10", 16},         {"12345678901234567", 12345678901234567.0},
+        {"+2", 2},
+    };
+    for (PointCase const& c : cases) {
+        SCOPED_TRACE(c.text);
+        std::string const text = c.text;
+        auto region =
+            DecodeView(Red("<region score=\"0\" name=\"r\" area=\"0\" perimeter=\"0\" center=\"" +
+                           text + "," + text + "\" covers=\"\" coverage=\"\" points=\"" + text +
+                           ",1 1," + text + "\"/>"))
+                ->ResultRed()
+                ->ResultRegions()
+                ->Item(0);
+        EXPECT_EQ(region->Center()->X(), c.value);
+        EXPECT_EQ(region->Center()->Y(), c.value);
+        EXPECT_EQ(region->Points()->Item(0)->X(), c.value);
+        EXPECT_EQ(region->Points()->Item(1)->Y(), c.value);
+    }
+}
+
 TEST_F(ResultDecoding, RedRegionsComeBackInTheCallersSpace) {
     auto red =
         DecodeView(Red("<region score=\"0.9\" name=\"r0\" area=\"120.5\" perimeter=\"44\" "
@@ -307,6 +335,31 @@ TEST_F(ResultDecoding, MatchesShareTheFeaturesTheyReferTo) {
     EXPECT_DOUBLE_EQ(region->Rectangle()->CenterX(), 6);
     EXPECT_DOUBLE_EQ(region->Rectangle()->CenterY(), 11);
     EXPECT_EQ(region->Features()->GetDataC(), std::vector<DLBlueFeaturePtr>{features->Item(1)});
+}
+
+// Match scores and feature indices read as sscanf reads them, whatever their form.
+TEST_F(ResultDecoding, MatchScoresAndFeatureIndicesReadEveryForm) {
+    struct MatchCase {
+        char const* score;
+        double value;
+        char const* index;
+        int feature;
+    };
+    MatchCase const cases[] = {
+        {"0.25", 0.25, "1", 1}, {" 0.5", 0.5, "02", 2},    {"5e-1", 0.5, "0x2", 2},
+        {"-.5", -0.5, " 1", 1}, {"0x1p-1", 0.5, "1.9", 1}, {"0.1", 0.1, "2abc", 2},
+    };
+    for (MatchCase const& c : cases) {
+        SCOPED_TRACE(c.score);
+        auto blue = DecodeView("<blue>" + Features +
+                               "<match model_id=\"s\" model_type=\"string\" score=\"" + c.score +
+                               "\" string=\"s\"><feat idx=\"" + c.index + "\"/></match></blue>")
+                        ->ResultBlue();
+        auto match = std::dynamic_pointer_cast<DLResultMatchString>(blue->Matches()->Item(0));
+        ASSERT_TRUE(match);
+        EXPECT_EQ(match->Score(), c.value);
+        EXPECT_EQ(match->Features()->Item(0), blue->Features()->Item(c.feature));
+    }
 }
 
 TEST_F(ResultDecoding, AnUnknownModelTypeIsRefused) {

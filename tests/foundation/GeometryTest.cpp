@@ -92,6 +92,34 @@ TEST(RectangleAffine, MapLinearIsExactUnderShearAndReflection) {
     EXPECT_DOUBLE_EQ(mirrored->Skew(), -M_PI);
 }
 
+// Built without the intermediate rectangle, yet equal to the last bit to mapping one.
+TEST(RectangleAffine, MappingFromACenterEqualsMappingTheRectangleOfThatCenter) {
+    struct Case {
+        double rotation;
+        double skew;
+        std::shared_ptr<Transform2DLinear> transform;
+    };
+    Case const cases[] = {
+        {0, 0, Linear(1, 0, 0, 1, 0, 0)},
+        {0.5, 0, Linear(2, 0.5, -0.25, 1.5, 3, -4)},
+        {-2.5, 0.3, Linear(1, 0, 0, -1, 7, 1)},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.rotation);
+        auto source = CreateObject<RectangleAffine>();
+        source->SetCenterLengthsRotationSkew(10.5, -3, 20, 30, c.rotation, c.skew);
+        auto expected = source->MapLinear(*c.transform, CopyShapeConstants_GeometryOnly);
+        auto actual = RectangleAffine::MapCenterLengthsRotationSkew(*c.transform, 10.5, -3, 20, 30,
+                                                                    c.rotation, c.skew);
+        EXPECT_EQ((std::vector<double>{actual->CornerOriginX(), actual->CornerOriginY(),
+                                       actual->SideXLength(), actual->SideYLength(),
+                                       actual->Rotation(), actual->Skew()}),
+                  (std::vector<double>{expected->CornerOriginX(), expected->CornerOriginY(),
+                                       expected->SideXLength(), expected->SideYLength(),
+                                       expected->Rotation(), expected->Skew()}));
+    }
+}
+
 TEST(Ellipse, MapLinearGivesTheEllipseThroughEveryMappedBoundaryPoint) {
     auto ellipse = CreateObject<Ellipse>();
     ellipse->SetCenterXYRadiusXYRotation(3, -2, 5, 2, 0.7);

@@ -58,6 +58,31 @@ TEST(ChangedEvent, SuspensionGathersBitsIntoOneEventAtLastResume) {
     EXPECT_EQ(receiver->received.size(), 1u);
 }
 
+TEST(ChangedEvent, BitsRaisedWhileNobodyListensReachAReceiverConnectedBeforeTheResume) {
+    auto counter = CreateObject<Counter>();
+    counter->Raise(Counter::SfOther);
+    counter->SuspendChangedEvent();
+    counter->Raise(Counter::SfValue);
+    auto receiver = std::make_shared<Receiver>();
+    Tavrin::Brnt::ScopedConnection connection =
+        counter->ChangedEvent().Connect(receiver, &Receiver::OnChanged);
+    counter->ResumeAndRaiseChangedEvent();
+    EXPECT_EQ(receiver->received, std::vector<long long>{Counter::SfValue});
+}
+
+TEST(Event, ACopyStartsWithoutTheReceiversOfItsSource) {
+    Tavrin::Brnt::Event<> source;
+    int calls = 0;
+    source.Connect([&calls] { ++calls; });
+    Tavrin::Brnt::Event<> copy(source);
+    copy.Raise();
+    EXPECT_EQ(copy.SlotCount(), 0u);
+    EXPECT_EQ(calls, 0);
+    copy = source;
+    copy.Raise();
+    EXPECT_EQ(calls, 0);
+}
+
 TEST(Event, DeadReceiverIsSkippedAndItsSlotDropped) {
     Tavrin::Brnt::Event<int, int> event;
     std::vector<int> order;

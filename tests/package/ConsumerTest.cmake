@@ -2,6 +2,8 @@
 # find_package only, and runs it. Called by CTest with -D arguments:
 # BUILD_DIR, CONSUMER_DIR, WORK_DIR, EXTRA_FLAGS and, for a consumer of the test engine,
 # TEST_ENGINE_LIBRARY and SOURCE_DIR, from which only the engine's two C headers are copied.
+# With STANDALONE_SOURCE_DIR the tree installed is a build of its own with BUILD_TESTING=OFF,
+# which proves that the package needs no test code.
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
                     ERROR_VARIABLE output)
@@ -12,6 +14,11 @@ function(run)
 endfunction()
 
 file(REMOVE_RECURSE ${WORK_DIR})
+if(STANDALONE_SOURCE_DIR)
+    set(BUILD_DIR ${WORK_DIR}/library)
+    run(${CMAKE_COMMAND} -S ${STANDALONE_SOURCE_DIR} -B ${BUILD_DIR} -DBUILD_TESTING=OFF)
+    run(${CMAKE_COMMAND} --build ${BUILD_DIR} --parallel)
+endif()
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
 set(engine_args)
 if(TEST_ENGINE_LIBRARY)

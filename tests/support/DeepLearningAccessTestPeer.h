@@ -20,10 +20,10 @@ public:
         return Access()->OpenWorkspace(path);
     }
     static std::string GetParameter(ToolPtr const& tool, char const* path) {
-        return Access()->GetParameter(tool, path);
+        return Access()->GetParameter(*tool, path);
     }
     static void SetParameter(ToolPtr const& tool, char const* path, char const* value) {
-        Access()->SetParameter(tool, path, value);
+        Access()->SetParameter(*tool, path, value);
     }
     static void ApplyRuntimeParametersRecursively(ToolPtr const& tool) {
         Access()->ApplyRuntimeParametersRecursively(tool);

@@ -12,16 +12,22 @@ void ChangedEventShareableBase::ResumeAndRaiseChangedEvent() {
     OnChanged_(std::make_shared<ChangedEventArgs>(gathered));
 }
 
+bool ChangedEventShareableBase::Deferred(long long changedBits) {
+    if (suspended_ == 0)
+        return false;
+    pendingBits_ |= changedBits;
+    return true;
+}
+
 void ChangedEventShareableBase::OnChanged_(std::shared_ptr<ChangedEventArgs> args) {
-    if (suspended_ > 0) {
-        pendingBits_ |= args->ChangedBits();
-        return;
-    }
-    changedEvent_.Raise(args);
+    if (!Deferred(args->ChangedBits()))
+        changedEvent_.Raise(args);
 }
 
 void ChangedEventShareableBase::OnChanged_(long long changedBits) {
-    OnChanged_(std::make_shared<ChangedEventArgs>(changedBits));
+    // Most objects are never listened to; they are spared building the arguments.
+    if (!Deferred(changedBits) && !changedEvent_.Empty())
+        OnChanged_(std::make_shared<ChangedEventArgs>(changedBits));
 }
 
 } // namespace Tavrin::Vision

@@ -12,7 +12,8 @@ namespace Tavrin::Vision {
 // The change bits of the raising object, tested against that class's Sf constants.
 class ChangedEventArgs {
 public:
-    explicit ChangedEventArgs(long long changedBits) : changedBits_(changedBits) {}
+    explicit ChangedEventArgs(long long changedBits)
+        : changedBits_(changedBits) {}
     long long ChangedBits() const { return changedBits_; }
     bool Has(long long bits) const { return (changedBits_ & bits) != 0; }
 
@@ -52,9 +53,14 @@ protected:
     ChangedEventShareableBase& operator=(ChangedEventShareableBase const&) = default;
 
     virtual void OnChanged_(std::shared_ptr<ChangedEventArgs> args);
+    // Builds the arguments only when someone listens; a class that must see every change
+    // overrides this form.
     virtual void OnChanged_(long long changedBits);
 
 private:
+    // While suspended, keeps the bits for the last resume and tells so.
+    bool Deferred(long long changedBits);
+
     // Subscriptions and suspension belong to the live object and are not archived.
     friend class cereal::access;
     template <class Archive> void serialize(Archive& archive, unsigned int) {

@@ -10,6 +10,27 @@
 
 namespace Tavrin::Vision {
 
+namespace {
+
+void SideXOf(double sideXLength, double rotation, double* x, double* y) {
+    *x = sideXLength * std::cos(rotation);
+    *y = sideXLength * std::sin(rotation);
+}
+
+void SideYOf(double sideYLength, double rotation, double skew, double* x, double* y) {
+    *x = -sideYLength * std::sin(rotation + skew);
+    *y = sideYLength * std::cos(rotation + skew);
+}
+
+// The origin corner of the rectangle of that center and side vectors.
+void OriginFromCenter(double centerX, double centerY, double xx, double xy, double yx, double yy,
+                      double* originX, double* originY) {
+    *originX = centerX - (xx + yx) / 2;
+    *originY = centerY - (xy + yy) / 2;
+}
+
+} // namespace
+
 void RectangleAffine::SetCenterLengthsRotationSkew(double centerX, double centerY,
                                                    double sideXLength, double sideYLength,
                                                    double rotation, double skew) {
@@ -17,11 +38,8 @@ void RectangleAffine::SetCenterLengthsRotationSkew(double centerX, double center
     sideYLength_ = sideYLength;
     rotation_ = rotation;
     skew_ = skew;
-    double xx, xy, yx, yy;
-    SideX(&xx, &xy);
-    SideY(&yx, &yy);
-    originX_ = centerX - (xx + yx) / 2;
-    originY_ = centerY - (xy + yy) / 2;
+    UpdateSides();
+    OriginFromCenter(centerX, centerY, sideXX_, sideXY_, sideYX_, sideYY_, &originX_, &originY_);
     OnChanged_(SfGeometry);
 }
 
@@ -34,6 +52,7 @@ void RectangleAffine::SetOriginLengthsRotationSkew(double originX, double origin
     sideYLength_ = sideYLength;
     rotation_ = rotation;
     skew_ = skew;
+    UpdateSides();
     OnChanged_(SfGeometry);
 }
 
@@ -49,13 +68,18 @@ void RectangleAffine::SetOriginCornerXCornerY(double originX, double originY, do
 }
 
 void RectangleAffine::SideX(double* x, double* y) const {
-    *x = sideXLength_ * std::cos(rotation_);
-    *y = sideXLength_ * std::sin(rotation_);
+    *x = sideXX_;
+    *y = sideXY_;
 }
 
 void RectangleAffine::SideY(double* x, double* y) const {
-    *x = -sideYLength_ * std::sin(rotation_ + skew_);
-    *y = sideYLength_ * std::cos(rotation_ + skew_);
+    *x = sideYX_;
+    *y = sideYY_;
+}
+
+void RectangleAffine::UpdateSides() {
+    SideXOf(sideXLength_, rotation_, &sideXX_, &sideXY_);
+    SideYOf(sideYLength_, rotation_, skew_, &sideYX_, &sideYY_);
 }
 
 double RectangleAffine::CenterX() const {
@@ -112,13 +136,34 @@ std::shared_ptr<RectangleAffine> RectangleAffine::Copy(CopyShapeConstants mode) 
 
 std::shared_ptr<RectangleAffine> RectangleAffine::MapLinear(Transform2DLinear const& transform,
                                                             CopyShapeConstants mode) const {
-    double ox, oy, xx, xy, yx, yy;
-    transform.MapPoint(originX_, originY_, &ox, &oy);
-    transform.MapPoint(CornerXX(), CornerXY(), &xx, &xy);
-    transform.MapPoint(CornerYX(), CornerYY(), &yx, &yy);
     auto mapped = CreateCopy<RectangleAffine>(mode);
-    mapped->SetOriginCornerXCornerY(ox, oy, xx, xy, yx, yy);
+    mapped->SetMappedCorners(transform, originX_, originY_, CornerXX(), CornerXY(), CornerYX(),
+                             CornerYY());
     return mapped;
+}
+
+std::shared_ptr<RectangleAffine>
+RectangleAffine::MapCenterLengthsRotationSkew(Transform2DLinear const& transform, double centerX,
+                                              double centerY, double sideXLength,
+                                              double sideYLength, double rotation, double skew) {
+    double xx, xy, yx, yy, originX, originY;
+    SideXOf(sideXLength, rotation, &xx, &xy);
+    SideYOf(sideYLength, rotation, skew, &yx, &yy);
+    OriginFromCenter(centerX, centerY, xx, xy, yx, yy, &originX, &originY);
+    auto mapped = Brnt::ObjectFactory::Create<RectangleAffine>();
+    mapped->SetMappedCorners(transform, originX, originY, originX + xx, originY + xy, originX + yx,
+                             originY + yy);
+    return mapped;
+}
+
+void RectangleAffine::SetMappedCorners(Transform2DLinear const& transform, double originX,
+                                       double originY, double cornerXX, double cornerXY,
+                                       double cornerYX, double cornerYY) {
+    double ox, oy, xx, xy, yx, yy;
+    transform.MapPoint(originX, originY, &ox, &oy);
+    transform.MapPoint(cornerXX, cornerXY, &xx, &xy);
+    transform.MapPoint(cornerYX, cornerYY, &yx, &yy);
+    SetOriginCornerXCornerY(ox, oy, xx, xy, yx, yy);
 }
 
 bool RectangleAffine::Within(double x, double y) const {
@@ -139,6 +184,8 @@ template <class Archive> void RectangleAffine::serialize(Archive& archive, unsig
     Implementation::CheckLoadedVersion<Archive>(version, 1, "RectangleAffine::serialize()");
     archive(cereal::base_class<GraphicInteractiveBase>(this), originX_, originY_, sideXLength_,
             sideYLength_, rotation_, skew_);
+    if constexpr (Archive::is_loading::value)
+        UpdateSides();
 }
 
 TAVRIN_INSTANTIATE_SERIALIZE(RectangleAffine)

@@ -46,6 +46,12 @@ public:
     // linear map.
     std::shared_ptr<RectangleAffine> MapLinear(Transform2DLinear const& transform,
                                                CopyShapeConstants mode) const;
+    // What MapLinear gives, with the default look, for a rectangle set by
+    // SetCenterLengthsRotationSkew; that rectangle is never built.
+    static std::shared_ptr<RectangleAffine>
+    MapCenterLengthsRotationSkew(Transform2DLinear const& transform, double centerX, double centerY,
+                                 double sideXLength, double sideYLength, double rotation,
+                                 double skew);
 
     std::shared_ptr<IShape> CopyShape(CopyShapeConstants mode) const override { return Copy(mode); }
     std::shared_ptr<IShape> MapShape(Transform2DLinear const& transform,
@@ -57,9 +63,14 @@ public:
 private:
     RectangleAffine() = default;
 
-    // The two side vectors, lx·ux and ly·uy.
+    // The two side vectors, lx·ux and ly·uy, as last derived by UpdateSides.
     void SideX(double* x, double* y) const;
     void SideY(double* x, double* y) const;
+    // Every corner reads the side vectors, so they are derived once per change, not per read.
+    void UpdateSides();
+    // Sets this rectangle from the images of an origin and corners X and Y.
+    void SetMappedCorners(Transform2DLinear const& transform, double originX, double originY,
+                          double cornerXX, double cornerXY, double cornerYX, double cornerYY);
 
     friend class cereal::access;
     template <class Archive> void serialize(Archive& archive, unsigned int version);
@@ -70,6 +81,10 @@ private:
     double sideYLength_ = 1;
     double rotation_ = 0;
     double skew_ = 0;
+    double sideXX_ = 1;
+    double sideXY_ = 0;
+    double sideYX_ = 0;
+    double sideYY_ = 1;
 
     RTTR_ENABLE(GraphicInteractiveBase, IRegion)
 };
