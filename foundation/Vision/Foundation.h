@@ -43,6 +43,7 @@
 #include "Vision/Core/ToolPin.h"
 #include "Vision/Core/TrackedItemBase.h"
 #include "Vision/Core/TrackingCollectionBase.h"
+#include "Vision/Core/TypeRegistration.h"
 #include "Vision/Core/Transform2D.h"
 #include "Vision/Core/Transform2DRigid.h"
 #include "Vision/Core/VariantArchive.h"
