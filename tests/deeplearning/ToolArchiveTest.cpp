@@ -121,6 +121,7 @@ TEST_F(ToolArchive, ReloadedResultsDrawWhatTheRunDrew) {
         EXPECT_EQ(loaded->Results()->Tool(), FindTool(*loaded, c.tool));
         EXPECT_EQ(Facts(*loaded->Results()), Facts(*tool_->Results()));
         EXPECT_EQ(LastRunKeys(*loaded), LastRunKeys(*tool_));
+        EXPECT_FALSE(Overlay(*tool_).empty());
         EXPECT_EQ(Overlay(*loaded), Overlay(*tool_));
     }
 }
