@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLBlueFeature.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLBlueFeature::DLBlueFeature(ObjectCreateAccessToken const&, std::string id,
@@ -11,3 +13,6 @@ DLBlueFeature::DLBlueFeature(ObjectCreateAccessToken const&, std::string id,
     , covers_(std::move(covers)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLBlueFeature, cereal::virtual_base_class<ShareableBase>,
+                          "DLBlueFeature::serialize()", id_, rectangle_, score_, covers_)

@@ -15,6 +15,7 @@ namespace Tavrin::Vision::DeepLearning {
 
 class DLResult;
 class DLStream;
+class DLToolRuntimeParams;
 class DLWorkspace;
 
 namespace Private {
@@ -60,12 +61,20 @@ public:
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
     friend class Private::DeepLearningAccess;
+    friend class cereal::access;
+
+    DLOperator();
 
     void FinalConstruct();
     // The one-shot hand-over of the background load: the first caller gets its exception,
     // later callers std::future_error with no_state.
     std::shared_ptr<Private::DeepLearningAccess> GetEngineInstance();
     void HandleStreamChanged(std::shared_ptr<ChangedEventArgs> args);
+
+    // A load reopens the file and takes only the user's settings from the archived tree.
+    template <class Archive> void serialize(Archive& archive, unsigned int version);
+    void UpdateToolsProperties(DLWorkspace const& saved);
+    void UpdateToolProperties(std::shared_ptr<DLToolRuntimeParams> saved);
 
     Brnt::ScopedConnection streamConnection_;
     std::string workspacePath_;
@@ -79,3 +88,5 @@ private:
 using DLOperatorPtr = std::shared_ptr<DLOperator>;
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_ARCHIVED_CLASS(Tavrin::Vision::DeepLearning::DLOperator, 1)

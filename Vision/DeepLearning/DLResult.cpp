@@ -1,6 +1,7 @@
 #include "Vision/DeepLearning/DLResult.h"
 
 #include "Vision/DeepLearning/DLToolRuntimeParams.h"
+#include "persistence/ResultArchive.h"
 #include "records/ResultGraphics.h"
 
 namespace Tavrin::Vision::DeepLearning {
@@ -16,3 +17,9 @@ void DLResult::ConstructContent(Record& record, int) {
 }
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResult, cereal::virtual_base_class<ShareableBase>,
+                          "DLResult::serialize()", toolId_, resultImage_)
+// A run record holds its result as the constructor of its overlay, and records are archived.
+CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IRecordConstructor,
+                                     Tavrin::Vision::DeepLearning::DLResult)

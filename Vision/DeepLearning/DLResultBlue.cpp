@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultBlue.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultBlue::DLResultBlue(ObjectCreateAccessToken const&, std::string toolId, bool oriented,
@@ -17,3 +19,8 @@ DLResultBlue::DLResultBlue(ObjectCreateAccessToken const&, std::string toolId, b
     , toolId_(std::move(toolId)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultBlue, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultBlue::serialize()", oriented_, scaled_, aspected_,
+                          showFeatureChiclets_, showRectangularFeatures_, features_, matches_,
+                          toolId_)

@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultBlueLabel.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultBlueLabel::DLResultBlueLabel(
@@ -11,3 +13,6 @@ DLResultBlueLabel::DLResultBlueLabel(
     , featureMetrics_(std::move(featureMetrics)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultBlueLabel, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultBlueLabel::serialize()", features_, matches_, featureMetrics_)

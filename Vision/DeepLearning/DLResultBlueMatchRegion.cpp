@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultBlueMatchRegion.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultBlueMatchRegion::DLResultBlueMatchRegion(
@@ -11,3 +13,7 @@ DLResultBlueMatchRegion::DLResultBlueMatchRegion(
     , features_(std::move(features)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultBlueMatchRegion, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultBlueMatchRegion::serialize()", name_, rectangle_, occurrences_,
+                          features_)

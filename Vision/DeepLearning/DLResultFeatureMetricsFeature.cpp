@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultFeatureMetricsFeature.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultFeatureMetricsFeature::DLResultFeatureMetricsFeature(ObjectCreateAccessToken const&,
@@ -16,3 +18,7 @@ DLResultFeatureMetricsFeature::DLResultFeatureMetricsFeature(ObjectCreateAccessT
     , name_(std::move(name)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultFeatureMetricsFeature, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultFeatureMetricsFeature::serialize()", found_, recall_, precision_,
+                          fscore_, distance_, type_, name_)

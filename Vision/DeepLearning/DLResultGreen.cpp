@@ -1,6 +1,7 @@
 #include "Vision/DeepLearning/DLResultGreen.h"
 
 #include "Vision/DeepLearning/DLResultTag.h"
+#include "persistence/ResultArchive.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
@@ -26,3 +27,7 @@ std::shared_ptr<DLResultTag> DLResultGreen::BestTag() {
 }
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultGreen, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultGreen::serialize()", threshold_, exclusive_,
+                          similarityReference_, uncertainty_, tags_, bestTag_, toolId_, resources_)

@@ -1,5 +1,8 @@
 #include "Vision/DeepLearning/DLResultGreenLabel.h"
 
+#include "Vision/DeepLearning/DLResultTrainingFlag.h"
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultGreenLabel::DLResultGreenLabel(ObjectCreateAccessToken const&,
@@ -9,3 +12,6 @@ DLResultGreenLabel::DLResultGreenLabel(ObjectCreateAccessToken const&,
     , tags_(std::move(tags)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultGreenLabel, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultGreenLabel::serialize()", flags_, tags_)

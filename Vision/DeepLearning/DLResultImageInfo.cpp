@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultImageInfo.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultImageInfo::DLResultImageInfo(ObjectCreateAccessToken const&, int imageWidth,
@@ -10,3 +12,7 @@ DLResultImageInfo::DLResultImageInfo(ObjectCreateAccessToken const&, int imageWi
     , depth_(depth) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultImageInfo, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultImageInfo::serialize()", imageWidth_, imageHeight_, channels_,
+                          depth_)

@@ -1,6 +1,7 @@
 #include "Vision/DeepLearning/DLResultMarking.h"
 
 #include "Vision/DeepLearning/DLToolRuntimeParams.h"
+#include "persistence/ResultArchive.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
@@ -21,3 +22,8 @@ DLResultMarking::DLResultMarking(ObjectCreateAccessToken const&,
     , toolId_(tool_->Id()) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultMarking, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultMarking::serialize()", durationPostProcess_,
+                          durationProcessOnly_, duration_, processedDevice_, processedAt_,
+                          imageInfo_, views_, toolId_)

@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultMarkingsCollection.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultMarkingsCollection::DLResultMarkingsCollection(
@@ -8,3 +10,6 @@ DLResultMarkingsCollection::DLResultMarkingsCollection(
     : resultMarking_(std::move(resultMarking)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultMarkingsCollection, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultMarkingsCollection::serialize()", resultMarking_)

@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultMatch.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultMatch::DLResultMatch(ObjectCreateAccessToken const&, std::string const& modelId,
@@ -9,3 +11,6 @@ DLResultMatch::DLResultMatch(ObjectCreateAccessToken const&, std::string const& 
     , score_(score) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultMatch, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultMatch::serialize()", modelId_, modelType_, score_)

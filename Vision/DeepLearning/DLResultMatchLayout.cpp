@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultMatchLayout.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultMatchLayout::DLResultMatchLayout(
@@ -11,3 +13,6 @@ DLResultMatchLayout::DLResultMatchLayout(
     , covers_(std::move(covers)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultMatchLayout, cereal::base_class<DLResultMatch>,
+                          "DLResultMatch::serialize()", regions_, covers_)

@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultMatchNode.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultMatchNode::DLResultMatchNode(ObjectCreateAccessToken const& token,
@@ -18,3 +20,7 @@ DLResultMatchNode::DLResultMatchNode(ObjectCreateAccessToken const& token,
     , covers_(std::move(covers)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultMatchNode, cereal::base_class<DLResultMatch>,
+                          "DLResultMatchNode::serialize()", nodeCoords_, string_, prettifiedString_,
+                          pose_, features_, covers_)

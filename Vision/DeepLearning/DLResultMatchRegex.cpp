@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultMatchRegex.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultMatchRegex::DLResultMatchRegex(ObjectCreateAccessToken const& token,
@@ -16,3 +18,7 @@ DLResultMatchRegex::DLResultMatchRegex(ObjectCreateAccessToken const& token,
     , covers_(std::move(covers)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultMatchRegex, cereal::base_class<DLResultMatch>,
+                          "DLResultMatchRegex::serialize()", string_, prettifiedString_, pose_,
+                          features_, covers_)

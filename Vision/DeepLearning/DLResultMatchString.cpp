@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultMatchString.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultMatchString::DLResultMatchString(ObjectCreateAccessToken const& token,
@@ -13,3 +15,6 @@ DLResultMatchString::DLResultMatchString(ObjectCreateAccessToken const& token,
     , features_(std::move(features)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultMatchString, cereal::base_class<DLResultMatch>,
+                          "DLResultMatchString::serialize()", matchString_, pose_, features_)

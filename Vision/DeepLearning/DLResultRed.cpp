@@ -1,5 +1,8 @@
 #include "Vision/DeepLearning/DLResultRed.h"
 
+#include "Vision/DeepLearning/DLResultScore.h"
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultRed::DLResultRed(ObjectCreateAccessToken const&, std::string toolId, double score,
@@ -17,3 +20,7 @@ DLResultRed::DLResultRed(ObjectCreateAccessToken const&, std::string toolId, dou
     , toolId_(std::move(toolId)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultRed, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultRed::serialize()", score_, filteredScore_, thresholds_,
+                          supervisedMode_, resources_, scoreObject_, regions_, toolId_)

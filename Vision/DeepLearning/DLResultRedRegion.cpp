@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultRedRegion.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultRedRegion::DLResultRedRegion(ObjectCreateAccessToken const&, double score, std::string name,
@@ -16,3 +18,7 @@ DLResultRedRegion::DLResultRedRegion(ObjectCreateAccessToken const&, double scor
     , coverage_(std::move(coverage)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultRedRegion, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultRedRegion::serialize()", score_, name_, area_, perimeter_,
+                          center_, covers_, points_, coverage_)

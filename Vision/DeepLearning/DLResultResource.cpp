@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultResource.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultResource::DLResultResource(ObjectCreateAccessToken const&, std::string name,
@@ -12,3 +14,7 @@ DLResultResource::DLResultResource(ObjectCreateAccessToken const&, std::string n
     , scale_(scale) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultResource, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultRedRegionReadOnlyCollection::serialize()", name_, type_, uuid_,
+                          image_, scale_)

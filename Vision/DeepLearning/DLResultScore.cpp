@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultScore.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultScore::DLResultScore(ObjectCreateAccessToken const&, std::string name, double score)
@@ -7,3 +9,6 @@ DLResultScore::DLResultScore(ObjectCreateAccessToken const&, std::string name, d
     , score_(score) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultScore, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultScore::serialize()", name_, score_)

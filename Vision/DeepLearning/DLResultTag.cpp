@@ -1,5 +1,7 @@
 #include "Vision/DeepLearning/DLResultTag.h"
 
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultTag::DLResultTag(ObjectCreateAccessToken const&, std::string name, double score)
@@ -7,3 +9,6 @@ DLResultTag::DLResultTag(ObjectCreateAccessToken const&, std::string name, doubl
     , score_(score) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultTag, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultTag::serialize()", name_, score_)

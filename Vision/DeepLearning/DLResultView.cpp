@@ -1,5 +1,10 @@
 #include "Vision/DeepLearning/DLResultView.h"
 
+#include "Vision/DeepLearning/DLResultBlue.h"
+#include "Vision/DeepLearning/DLResultGreen.h"
+#include "Vision/DeepLearning/DLResultRed.h"
+#include "persistence/ResultArchive.h"
+
 namespace Tavrin::Vision::DeepLearning {
 
 DLResultView::DLResultView(ObjectCreateAccessToken const&, std::shared_ptr<RectangleAffine> region,
@@ -18,3 +23,7 @@ DLResultView::DLResultView(ObjectCreateAccessToken const&, std::shared_ptr<Recta
     , resources_(std::move(resources)) {}
 
 } // namespace Tavrin::Vision::DeepLearning
+
+TAVRIN_DL_ARCHIVED_RESULT(DLResultView, cereal::virtual_base_class<ShareableBase>,
+                          "DLResultView::serialize()", region_, refPose_, pose_, group_, red_,
+                          blue_, green_, resources_)

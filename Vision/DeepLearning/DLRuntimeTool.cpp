@@ -72,6 +72,8 @@ DLRuntimeTool::DLRuntimeTool(ObjectCreateAccessToken const& token)
     Inputs()->Add(Brnt::CreateObject<Vision::Implementation::ToolPin>(InputImagePinName));
 }
 
+DLRuntimeTool::DLRuntimeTool() = default;
+
 void DLRuntimeTool::OnFinalConstruct() {
     operatorConnection_ =
         operator_->ChangedEvent().Connect(shared_from_this(), &DLRuntimeTool::HandleOperatorChanged);
@@ -201,7 +203,32 @@ bool DLRuntimeTool::WantRegionLastRun(unsigned int flags) {
     return (flags & RegionBit) != 0;
 }
 
+template <class Archive> void DLRuntimeTool::serialize(Archive& archive, unsigned int version) {
+    Vision::Implementation::CheckLoadedVersion<Archive>(version, 1, "DLRuntimeTool::serialize()");
+    archive(cereal::base_class<ToolBase>(this));
+    auto const options = ArchiveOptions(archive);
+    bool const keepsInputImage = (options & SerializerOptionsConstants_CurrentInputImage) != 0;
+    bool const keepsLastRun = (options & SerializerOptionsConstants_LastRunData) != 0;
+    std::shared_ptr<IImage> droppedInputImage;
+    std::shared_ptr<IImage> droppedLastRunInputImage;
+    std::shared_ptr<DLResult> droppedResults;
+    archive(keepsInputImage ? inputImage_ : droppedInputImage, operator_,
+            keepsLastRun ? lastRunInputImage_ : droppedLastRunInputImage,
+            keepsLastRun ? results_ : droppedResults);
+    if constexpr (Archive::is_loading::value) {
+        auto const workspace = operator_->Workspace();
+        if (keepsLastRun && results_ && workspace)
+            UpdateToolsInResults(*results_, *workspace);
+        OnFinalConstruct();
+    }
+}
+
+TAVRIN_INSTANTIATE_SERIALIZE(DLRuntimeTool)
+
 } // namespace Tavrin::Vision::DeepLearning
+
+CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::DeepLearning::DLRuntimeTool,
+                               "Tavrin::Vision::DeepLearning::DLRuntimeTool")
 
 RTTR_REGISTRATION {
     using namespace Tavrin::Vision::DeepLearning;

@@ -57,6 +57,10 @@ protected:
 
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
+    friend class cereal::access;
+
+    // For the archive, which brings the operator, the pins and the settings.
+    DLRuntimeTool();
 
     void HandleOperatorChanged(std::shared_ptr<ChangedEventArgs> args);
     void InitializeRunRecordSettings();
@@ -70,6 +74,10 @@ private:
     static bool WantInputImageCpyLastRun(unsigned int flags);
     static bool WantInputImageLastRun(unsigned int flags);
     static bool WantRegionLastRun(unsigned int flags);
+
+    // The options of the reading or writing archive decide whether the input image and the last
+    // run's image and result travel; otherwise empty slots stand in their place.
+    template <class Archive> void serialize(Archive& archive, unsigned int version);
 
     std::shared_ptr<IImage> inputImage_;
     std::shared_ptr<IImage> lastRunInputImage_;

@@ -21,10 +21,16 @@ class TestHelper;
 } // namespace Tavrin::Vision::DeepLearning
 
 // Result objects are written once by the decoder or the fixture factory and only read after.
-#define TAVRIN_DL_RESULT_ACCESS                                                                    \
+#define TAVRIN_DL_RESULT_BUILDERS                                                                  \
     TAVRIN_OBJECT_FACTORY_ACCESS                                                                   \
     friend class ::Tavrin::Vision::DeepLearning::Private::DeepLearningAccess;                      \
     friend class ::Tavrin::Vision::DeepLearning::Implementation::Internal::TestHelpers::TestHelper;
+
+// The builders of a result class, and its archive member, which the class's source defines.
+#define TAVRIN_DL_RESULT_ACCESS                                                                    \
+    TAVRIN_DL_RESULT_BUILDERS                                                                      \
+    friend class cereal::access;                                                                   \
+    template <class Archive> void serialize(Archive& archive, unsigned int version);
 
 // A typed read-only collection of shared Element objects, declared at global scope after the
 // element's own header.
@@ -35,7 +41,7 @@ class TestHelper;
                       std::shared_ptr<Element>> {                                                  \
         TAVRIN_READ_ONLY_COLLECTION(Class, std::shared_ptr<Element>, VectorArgument,               \
                                     #Class "::serialize()")                                        \
-        TAVRIN_DL_RESULT_ACCESS                                                                    \
+        TAVRIN_DL_RESULT_BUILDERS                                                                  \
     };                                                                                             \
     using Class##Ptr = std::shared_ptr<Class>;                                                     \
     }                                                                                              \
