@@ -4,8 +4,6 @@
 #include <initializer_list>
 #include <vector>
 
-#include <rttr/registration>
-
 #include <Vision/Core/Exceptions.h>
 
 #include "Vision/DeepLearning/DLResultMarking.h"
@@ -30,10 +28,6 @@ const long long DLRuntimeTool::SfLastRunRecordDiagEnable;
 const long long DLRuntimeTool::sfNextSf_;
 
 namespace {
-
-std::shared_ptr<DLRuntimeTool> CreateRuntimeTool() {
-    return Brnt::CreateObject<DLRuntimeTool>();
-}
 
 constexpr char InputImagePinName[] = "InputImage";
 
@@ -226,34 +220,5 @@ template <class Archive> void DLRuntimeTool::serialize(Archive& archive, unsigne
 TAVRIN_INSTANTIATE_SERIALIZE(DLRuntimeTool)
 
 } // namespace Tavrin::Vision::DeepLearning
-
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::DeepLearning::DLRuntimeTool,
                                "Tavrin::Vision::DeepLearning::DLRuntimeTool")
-
-RTTR_REGISTRATION {
-    using namespace Tavrin::Vision::DeepLearning;
-    rttr::registration::enumeration<DLLastRunRecordConstants>(
-        "Tavrin::Vision::DeepLearning::DLLastRunRecordConstants")(
-        rttr::value("All", DLLastRunRecordConstants::All),
-        rttr::value("InputImageDeepCopy", DLLastRunRecordConstants::InputImageDeepCopy),
-        rttr::value("InputImageByReference", DLLastRunRecordConstants::InputImageByReference),
-        rttr::value("None", DLLastRunRecordConstants::None));
-    rttr::registration::class_<DLRuntimeTool>("Tavrin::Vision::DeepLearning::DLRuntimeTool")
-        .constructor(&CreateRuntimeTool)
-        .property_readonly("Results", &DLRuntimeTool::Results)
-        .property_readonly("RedToolResults", &DLRuntimeTool::RedToolResults)
-        .property_readonly("GreenToolResults", &DLRuntimeTool::GreenToolResults)
-        .property_readonly("BlueToolResults", &DLRuntimeTool::BlueToolResults)
-        .property_readonly("DeepLearningOperator", &DLRuntimeTool::DeepLearningOperator)
-        .property("InputImage", &DLRuntimeTool::InputImage, &DLRuntimeTool::setInputImage)
-        .property("LastRunRecordDiagEnable", &DLRuntimeTool::LastRunRecordDiagEnable,
-                  &DLRuntimeTool::setLastRunRecordDiagEnable)
-        .property_readonly("SfInputImage", &DLRuntimeTool::SfInputImage)
-        .property_readonly("SfResults", &DLRuntimeTool::SfResults)
-        .property_readonly("SfRedToolResults", &DLRuntimeTool::SfRedToolResults)
-        .property_readonly("SfGreenToolResults", &DLRuntimeTool::SfGreenToolResults)
-        .property_readonly("SfBlueToolResults", &DLRuntimeTool::SfBlueToolResults)
-        .property_readonly("SfLastRunRecordDiagEnable", &DLRuntimeTool::SfLastRunRecordDiagEnable)
-        .method("LoadWorkspace", &DLRuntimeTool::LoadWorkspace)(
-            rttr::parameter_names("path"));
-}

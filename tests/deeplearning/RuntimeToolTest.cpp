@@ -184,19 +184,4 @@ TEST_F(RuntimeTool, GraphicsSettingsOfItsToolsClimbToIt) {
     EXPECT_EQ(log.words, (std::vector<long long>{8, 8}));
 }
 
-TEST(RuntimeToolReflection, HostsReachTheToolByName) {
-    auto const type = rttr::type::get_by_name("Tavrin::Vision::DeepLearning::DLRuntimeTool");
-    ASSERT_TRUE(type.is_valid());
-    auto const tool = type.create().get_value<std::shared_ptr<DLRuntimeTool>>();
-    ASSERT_TRUE(tool);
-    EXPECT_TRUE(type.get_property("Results").is_readonly());
-    EXPECT_FALSE(type.get_property("InputImage").is_readonly());
-    EXPECT_TRUE(type.get_property("LastRunRecordDiagEnable")
-                    .set_value(*tool, DLLastRunRecordConstants::None));
-    EXPECT_EQ(tool->LastRunRecordDiagEnable(), DLLastRunRecordConstants::None);
-    auto const bit = type.get_property("SfLastRunRecordDiagEnable").get_value(rttr::instance());
-    ASSERT_TRUE(bit.is_type<long long>());
-    EXPECT_EQ(bit.get_value<long long>(), 4096);
-}
-
 } // namespace

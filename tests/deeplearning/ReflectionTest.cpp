@@ -1,0 +1,304 @@
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <rttr/type>
+
+#include <Vision/Core/Meta.h>
+#include <Vision/Core/TypeRegistration.h>
+
+#include "EngineTest.h"
+#include "ToolTestSupport.h"
+#include "Vision/DeepLearning/DeepLearning.h"
+#include "WorkspaceFiles.h"
+
+namespace {
+
+using namespace Tavrin::Vision::DeepLearning;
+using Tavrin::Brnt::TypeRegistration::ClassType;
+using Tavrin::Brnt::TypeRegistration::PropertyType;
+using Tavrin::Brnt::TypeRegistration::TypeSubCategory;
+using Names = std::vector<std::string>;
+
+std::string const Namespace = "Tavrin::Vision::DeepLearning::";
+
+rttr::type TypeNamed(std::string const& name) {
+    return rttr::type::get_by_name(Namespace + name);
+}
+
+// What a host does with a value it knows nothing about: look at its dynamic class.
+rttr::type ClassOf(rttr::variant const& object) {
+    return rttr::instance(object).get_derived_type();
+}
+
+rttr::variant Read(rttr::variant const& object, char const* property) {
+    return ClassOf(object).get_property(property).get_value(object);
+}
+
+rttr::variant Item(rttr::variant const& collection, int index) {
+    return ClassOf(collection).get_method("Item").invoke(collection, index);
+}
+
+Names PropertyNames(rttr::type const& type) {
+    Names names;
+    for (rttr::property const& property : type.get_properties())
+        names.push_back(property.get_name().to_string());
+    return names;
+}
+
+char const* const File = "/workspaces/reflection.kelo";
+
+class ReflectedRuntimeTool : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        WorkspaceFiles::AddThreeKindsFile(File);
+    }
+    // The tool's workspace clone must close before the engine forgets the file.
+    void TearDown() override {
+        tool_ = rttr::variant();
+        EngineTest::TearDown();
+    }
+
+    rttr::variant tool_;
+};
+
+TEST_F(ReflectedRuntimeTool, HostBrowsesAndEditsTheToolTreeByNameOnly) {
+    rttr::type const toolType = TypeNamed("DLRuntimeTool");
+    tool_ = toolType.create();
+    ASSERT_TRUE(tool_.is_valid());
+    toolType.get_method("LoadWorkspace").invoke(tool_, std::string(File));
+    EXPECT_TRUE(toolType.get_property("LastRunRecordDiagEnable")
+                    .set_value(tool_, DLLastRunRecordConstants::None));
+    EXPECT_EQ(Read(tool_, "LastRunRecordDiagEnable").get_value<DLLastRunRecordConstants>(),
+              DLLastRunRecordConstants::None);
+
+    auto const workspace = Read(Read(tool_, "DeepLearningOperator"), "Workspace");
+    EXPECT_EQ(Read(workspace, "SourceFile").to_string(), File);
+    auto const stream = Item(Read(workspace, "Streams"), 0);
+    EXPECT_EQ(Read(stream, "Name").to_string(), "main");
+    auto const blue = Item(Read(stream, "Tools"), 2);
+    rttr::type const blueType = ClassOf(blue);
+    ASSERT_EQ(blueType.get_name(), Namespace + "DLBlueReadToolRuntimeParams");
+    EXPECT_EQ(Read(blue, "Name").to_string(), "blue");
+
+    ToolTest::FlagLog log(*blue.get_value<DLToolRuntimeParamsPtr>());
+    EXPECT_TRUE(blueType.get_property("Threshold").set_value(blue, 0.5));
+    EXPECT_TRUE(blueType.get_property("FeatureFilter").set_value(blue, std::string("width>2")));
+    EXPECT_EQ(Read(blue, "Threshold").to_double(), 0.5);
+    EXPECT_EQ(Read(blue, "FeatureFilter").to_string(), "width>2");
+    auto flag = [&](char const* name) {
+        return blueType.get_property(name).get_value(rttr::instance()).get_value<long long>();
+    };
+    EXPECT_EQ(log.words(), (ToolTest::Words{flag("SfThreshold"), flag("SfFeatureFilter")}));
+
+    EXPECT_EQ(
+        ToolTest::ArgumentMessage([&] { blueType.get_property("Precision").set_value(blue, 1.5); }),
+        "Precision must be between 0.000000 and 1.000000");
+    EXPECT_EQ(log.words().size(), 2u);
+}
+
+TEST(ReflectionProperties, ReadOnlyOrWritableAsEachClassDeclares) {
+    struct Case {
+        char const* type;
+        char const* property;
+        bool readOnly;
+    };
+    Case const cases[] = {
+        {"DLHdmGreenToolRuntimeParams", "Threshold", false},
+        {"DLHdmGreenToolRuntimeParams", "MinimumThreshold", true},
+        {"DLQuickRedToolRuntimeParams", "RegionFilter", false},
+        {"DLFocusedModeRedToolRuntimeParams", "Iterations", false},
+        {"DLToolRuntimeParams", "ChildTools", true},
+        {"DLToolRuntimeParams", "AddImageRecords", false},
+        {"DLOperator", "Stream", false},
+        {"DLWorkspace", "Streams", true},
+        {"DLRuntimeTool", "InputImage", false},
+        {"DLRuntimeTool", "Results", true},
+        {"DLResultView", "RefPose", true},
+        {"DLResultView", "Pose", true},
+        {"DeepLearningException", "Message", true},
+    };
+    for (Case const& c : cases) {
+        rttr::property const property = TypeNamed(c.type).get_property(c.property);
+        ASSERT_TRUE(property.is_valid()) << c.type << "::" << c.property;
+        EXPECT_EQ(property.is_readonly(), c.readOnly) << c.type << "::" << c.property;
+    }
+}
+
+// Inherited members come first, then the class's own properties and its flags, each in order.
+TEST(ReflectionProperties, SubclassesListTheirBasesMembersFirst) {
+    EXPECT_EQ(PropertyNames(TypeNamed("DLBlueLayoutModel")), (Names{"Name", "Enable", "SfEnable"}));
+    EXPECT_EQ(PropertyNames(TypeNamed("DLHdmRedToolRuntimeParams")),
+              (Names{"Name", "Type", "Id", "ChildTools", "ShowRegion", "AddImageRecords",
+                     "SfGraphicsSettings", "SfShowRegion", "SfAddImageRecords", "UpperThreshold",
+                     "LowerThreshold", "RegionFilter", "DownsamplingSize", "ShowGraphics",
+                     "SfLowerThreshold", "SfUpperThreshold", "SfRegionFilter", "SfDownsamplingSize",
+                     "SfShowGraphics"}));
+}
+
+TEST(ReflectionFlags, ConstantsAreReadOnlyValuesMarkedAsFlags) {
+    struct Case {
+        char const* type;
+        char const* constant;
+        long long value;
+    };
+    Case const cases[] = {
+        {"DLBlueToolRuntimeParams", "SfThreshold", 16},
+        {"DLBlueReadToolRuntimeParams", "SfThreshold", 8},
+        {"DLToolRuntimeParams", "SfGraphicsSettings", 1},
+        {"DLBlueNodeModel", "SfOccurrences", 4},
+        {"DLRuntimeTool", "SfLastRunRecordDiagEnable", 4096},
+        {"DLOperator", "SfStream", 4},
+        {"DLStream", "SfToolsGraphicsChanged", 1},
+    };
+    for (Case const& c : cases) {
+        rttr::property const constant = TypeNamed(c.type).get_property(c.constant);
+        ASSERT_TRUE(constant.is_valid()) << c.type << "::" << c.constant;
+        EXPECT_TRUE(constant.is_readonly());
+        EXPECT_EQ(constant.get_value(rttr::instance()).get_value<long long>(), c.value)
+            << c.type << "::" << c.constant;
+        EXPECT_EQ(constant.get_metadata("PropertyAccessorType").get_value<PropertyType>(),
+                  PropertyType::ChangeFlag);
+    }
+    EXPECT_FALSE(
+        TypeNamed("DLBlueModel").get_property("Name").get_metadata("PropertyAccessorType"));
+    EXPECT_FALSE(TypeNamed("DLWorkspace").get_property("SfOutOfDate").is_valid());
+    EXPECT_FALSE(TypeNamed("DLOperator").get_property("sf0_").is_valid());
+    EXPECT_FALSE(TypeNamed("DLOperator").get_property("sfNextSf_").is_valid());
+}
+
+TEST(ReflectionEnumerations, NamesInDeclaredOrderWithTheirValues) {
+    struct Case {
+        char const* type;
+        Names names;
+        std::vector<int> values;
+        std::optional<TypeSubCategory> subCategory;
+    };
+    Case const cases[] = {
+        {"DLLastRunRecordConstants",
+         {"All", "InputImageDeepCopy", "InputImageByReference", "None"},
+         {-1, 2, 1, 0},
+         TypeSubCategory::Constants},
+        {"DLResultFeatureMetricsType", {"Total", "Avg", "Features"}, {2, 1, 0}, std::nullopt},
+        {"DeepLearningExceptionCodes", {}, {}, std::nullopt},
+    };
+    for (Case const& c : cases) {
+        rttr::enumeration const enumeration = TypeNamed(c.type).get_enumeration();
+        ASSERT_TRUE(enumeration.is_valid()) << c.type;
+        Names names;
+        std::vector<int> values;
+        for (auto const& name : enumeration.get_names()) {
+            names.push_back(name.to_string());
+            values.push_back(enumeration.name_to_value(name).to_int());
+        }
+        EXPECT_EQ(names, c.names) << c.type;
+        EXPECT_EQ(values, c.values) << c.type;
+        EXPECT_EQ(enumeration.get_metadata("ClassType").get_value<ClassType>(),
+                  ClassType::Enumeration);
+        EXPECT_EQ(enumeration.get_metadata("LibraryExport").to_string(),
+                  "Tavrin.Vision.DeepLearning");
+        auto const subCategory = enumeration.get_metadata("TypeSubCategory");
+        EXPECT_EQ(subCategory.is_valid(), c.subCategory.has_value()) << c.type;
+        if (c.subCategory)
+            EXPECT_EQ(subCategory.get_value<TypeSubCategory>(), *c.subCategory);
+    }
+    EXPECT_EQ(TypeNamed("DLResultFeatureMetricsType")
+                  .get_enumeration()
+                  .get_metadata("HeaderPath")
+                  .to_string(),
+              "<vision/DeepLearning/DeepLearningEnums>");
+}
+
+TEST(ReflectionMetadata, ClassesCarryTheirKindHeaderAndLibrary) {
+    struct Case {
+        char const* type;
+        ClassType classType;
+        char const* headerPath; // null: none
+        std::optional<TypeSubCategory> subCategory;
+    };
+    Case const cases[] = {
+        {"DLToolRuntimeParams", ClassType::BaseClass, "<Vision/DeepLearning/DLToolRuntimeParams>",
+         std::nullopt},
+        {"DLRuntimeTool", ClassType::Class, "<Vision/DeepLearning/DLRuntimeTool>", std::nullopt},
+        {"DLResultMatch", ClassType::BaseClass, "<Vision/DeepLearning/DLResultMatch>",
+         std::nullopt},
+        {"DLResultViewReadOnlyCollection", ClassType::Class,
+         "<Vision/DeepLearning/DLResultViewReadOnlyCollection>", std::nullopt},
+        {"DLStreamReadOnlyCollection", ClassType::Class,
+         "<Vision/DeepLearning/DLStreamReadOnlyCollection>", TypeSubCategory::Collection},
+        {"DeepLearningException", ClassType::BaseClass,
+         "<vision/DeepLearning/DeepLearningExceptions>", std::nullopt},
+        {"DeepLearningInitializeException", ClassType::Class,
+         "vision/DeepLearning/DeepLearningExceptions", std::nullopt},
+        {"Implementation::IReadOnlyCollectionOfDLBlueModelPtr", ClassType::Interface, nullptr,
+         TypeSubCategory::Collection},
+        {"Implementation::ReadOnlyCollectionOfDLBlueModelPtr", ClassType::BaseClass,
+         "vision/DeepLearning/Implementation/InstantiationsForDLBlueModel",
+         TypeSubCategory::Collection},
+    };
+    for (Case const& c : cases) {
+        rttr::type const type = TypeNamed(c.type);
+        ASSERT_TRUE(type.is_valid()) << c.type;
+        EXPECT_EQ(type.get_metadata("ClassType").get_value<ClassType>(), c.classType) << c.type;
+        EXPECT_EQ(type.get_metadata("LibraryExport").to_string(), "Tavrin.Vision.DeepLearning");
+        auto const header = type.get_metadata("HeaderPath");
+        EXPECT_EQ(header.is_valid(), c.headerPath != nullptr) << c.type;
+        if (c.headerPath)
+            EXPECT_EQ(header.to_string(), c.headerPath);
+        auto const subCategory = type.get_metadata("TypeSubCategory");
+        EXPECT_EQ(subCategory.is_valid(), c.subCategory.has_value()) << c.type;
+        if (c.subCategory)
+            EXPECT_EQ(subCategory.get_value<TypeSubCategory>(), *c.subCategory);
+    }
+}
+
+TEST(ReflectionConverters, BasePointersReachTheRealClassAndItsBasesOnly) {
+    auto const tool = ToolTest::MakeTool<DLFocusedModeRedToolRuntimeParams>();
+    rttr::variant const held(std::shared_ptr<Tavrin::Vision::ShareableBase>(tool));
+
+    bool ok = false;
+    auto const same = held.convert<std::shared_ptr<DLFocusedModeRedToolRuntimeParams>>(&ok);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(same, tool);
+    EXPECT_EQ(tool.use_count(), 3);
+    EXPECT_EQ(held.convert<DLToolRuntimeParamsPtr>(&ok), tool);
+    EXPECT_TRUE(ok);
+    auto const asEvent = held.convert<std::shared_ptr<Tavrin::Vision::IChangedEvent>>(&ok);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(asEvent.get(), static_cast<Tavrin::Vision::IChangedEvent*>(tool.get()));
+
+    ok = true;
+    EXPECT_FALSE(held.convert<std::shared_ptr<DLHdmRedToolRuntimeParams>>(&ok));
+    EXPECT_FALSE(ok);
+
+    ok = true;
+    rttr::variant const empty(std::shared_ptr<Tavrin::Vision::ShareableBase>{});
+    EXPECT_FALSE(empty.convert<std::shared_ptr<DLFocusedModeRedToolRuntimeParams>>(&ok));
+    EXPECT_FALSE(ok);
+}
+
+TEST(ReflectionCollections, FakePropertiesListItemsThroughTheInterfaceItem) {
+    auto const first = ToolTest::MakeModel<DLBlueNodeModel>("n");
+    auto const second = ToolTest::MakeModel<DLBlueLayoutModel>("l");
+    auto const models = Tavrin::Brnt::CreateObject<DLBlueModelReadOnlyCollection>(
+        std::vector<DLBlueModelPtr>{first, second});
+
+    auto const properties = models->GetFakeProperties();
+    ASSERT_EQ(properties->size(), 2u);
+    EXPECT_EQ((*properties)[0]->GetValue(*models).get_value<DLBlueModelPtr>(), first);
+    EXPECT_EQ((*properties)[1]->GetValue(*models).get_value<DLBlueModelPtr>(), second);
+
+    bool ok = false;
+    rttr::variant const counted(std::shared_ptr<Tavrin::Brnt::ICountable>(models));
+    EXPECT_EQ(counted.convert<std::shared_ptr<DLBlueModelReadOnlyCollection>>(&ok), models);
+    EXPECT_TRUE(ok);
+
+    rttr::method const item =
+        TypeNamed("Implementation::IReadOnlyCollectionOfDLBlueModelPtr").get_method("Item");
+    ASSERT_EQ(item.get_parameter_infos().size(), 1u);
+    EXPECT_EQ(item.get_parameter_infos().begin()->get_name().to_string(), "index");
+    EXPECT_EQ(item.get_return_type(), rttr::type::get<DLBlueModelPtr>());
+}
+
+} // namespace
