@@ -57,6 +57,8 @@ protected:
 
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
+    // Hands a prepared result to the tool for its run records.
+    friend class Implementation::Internal::TestHelpers::TestHelper;
 
     void HandleOperatorChanged(std::shared_ptr<ChangedEventArgs> args);
     void InitializeRunRecordSettings();
