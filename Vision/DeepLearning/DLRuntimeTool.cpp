@@ -220,5 +220,6 @@ template <class Archive> void DLRuntimeTool::serialize(Archive& archive, unsigne
 TAVRIN_INSTANTIATE_SERIALIZE(DLRuntimeTool)
 
 } // namespace Tavrin::Vision::DeepLearning
+
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::DeepLearning::DLRuntimeTool,
                                "Tavrin::Vision::DeepLearning::DLRuntimeTool")

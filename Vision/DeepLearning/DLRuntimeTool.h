@@ -61,6 +61,8 @@ private:
 
     // For the archive, which brings the operator, the pins and the settings.
     DLRuntimeTool();
+    // Hands a prepared result to the tool for its run records.
+    friend class Implementation::Internal::TestHelpers::TestHelper;
 
     void HandleOperatorChanged(std::shared_ptr<ChangedEventArgs> args);
     void InitializeRunRecordSettings();

@@ -60,3 +60,4 @@
 #include <Vision/DeepLearning/DLWorkspace.h>
 #include <Vision/DeepLearning/DeepLearningEnums.h>
 #include <Vision/DeepLearning/DeepLearningExceptions.h>
+#include <Vision/DeepLearning/Implementation/Internal/TestHelpers/TestHelper.h>
