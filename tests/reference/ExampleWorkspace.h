@@ -1,0 +1,40 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include <opencv2/imgcodecs.hpp>
+
+#include "ExampleData.h"
+#include "Training.h"
+
+namespace ReferenceTests {
+
+// The example workspace, trained once per process from the digits sheet: training images and
+// images held out for inspection under folder, the workspace file beside them.
+struct Example {
+    std::filesystem::path folder;
+    std::string workspace;
+
+    std::filesystem::path Inspect(const std::string& kind, const std::string& file) const {
+        return folder / "inspect" / kind / file;
+    }
+    cv::Mat Grey(const std::string& kind, const std::string& file) const {
+        return cv::imread(Inspect(kind, file).string(), cv::IMREAD_GRAYSCALE);
+    }
+};
+
+inline const Example& TrainedExample() {
+    static const Example example = [] {
+        Example made{KELO_TEST_WORK_DIR, KELO_TEST_WORK_DIR "/digits.yml"};
+        std::filesystem::remove_all(made.folder);
+        KeloReference::WriteDigitsExample(KELO_DIGITS_SHEET, made.folder.string(),
+                                          KeloReference::ExampleCounts{});
+        KeloReference::WriteWorkspace(
+            KeloReference::TrainWorkspace((made.folder / "training").string(), {}), made.workspace);
+        return made;
+    }();
+    return example;
+}
+
+} // namespace ReferenceTests
