@@ -11,10 +11,13 @@
 namespace ReferenceTests {
 
 // The example workspace, trained once per process from the digits sheet: training images and
-// images held out for inspection under folder, the workspace file beside them.
+// images held out for inspection under folder, the workspace file beside them. allTypes holds its
+// streams and, trained from the same images, "anomaly2" (red_sua), "classify2" (green_sua) and
+// "read2" (blue).
 struct Example {
     std::filesystem::path folder;
     std::string workspace;
+    std::string allTypes;
 
     std::filesystem::path Inspect(const std::string& kind, const std::string& file) const {
         return folder / "inspect" / kind / file;

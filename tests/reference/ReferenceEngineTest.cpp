@@ -1,6 +1,8 @@
 // The reference engine through its exported C interface, resolved by name as the library does.
 #include <dlfcn.h>
 
+#include <map>
+#include <optional>
 #include <regex>
 #include <string>
 #include <vector>
@@ -66,7 +68,7 @@ protected:
         ASSERT_EQ(Kelo().kelo_initialize(0, ""), 0);
         ASSERT_EQ(Kelo().kelo_init_buffer(&buffer_), 0);
         id_ = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        ASSERT_EQ(Open(TrainedExample().workspace), 0) << Error(1);
+        ASSERT_EQ(Open(TrainedExample().allTypes), 0) << Error(1);
     }
     void TearDown() override {
         Kelo().kelo_runtime_close_workspace(id_.c_str());
@@ -144,9 +146,12 @@ TEST_F(ReferenceEngine, ListsTheTrainedCatalogue) {
     EXPECT_NE(Text().find("id=\"" + id_ + "\""), std::string::npos) << Text();
     ASSERT_EQ(Kelo().kelo_runtime_list_streams(id_.c_str(), &buffer_), 0);
     EXPECT_EQ(Attributes(Text(), "stream", "id"),
-              (std::vector<std::string>{"anomaly", "classify", "read"}));
+              (std::vector<std::string>{"anomaly", "classify", "read", "anomaly2", "classify2",
+                                        "read2"}));
     ASSERT_EQ(Kelo().kelo_runtime_list_tools(id_.c_str(), "read", &buffer_), 0);
     EXPECT_EQ(Attributes(Text(), "tool", "type"), std::vector<std::string>{"blue_read"});
+    ASSERT_EQ(Kelo().kelo_runtime_list_tools(id_.c_str(), "anomaly2", &buffer_), 0);
+    EXPECT_EQ(Attributes(Text(), "tool", "type"), std::vector<std::string>{"red_sua"});
     ASSERT_EQ(Kelo().kelo_runtime_blue_list_models(id_.c_str(), "read", "reader", &buffer_), 0);
     EXPECT_EQ(Attributes(Text(), "model", "type"),
               (std::vector<std::string>{"string", "regex", "layout"}));
@@ -220,6 +225,71 @@ TEST_F(ReferenceEngine, AnomalyRegionsFollowTheThresholdsAndComeWithAHeatMap) {
     ASSERT_EQ(Set("anomaly", "defects", "post_processing/red/threshold", "[0.3,0.5]"), 0);
     ASSERT_EQ(Set("anomaly", "defects", "post_processing/red/region_filter", "area>10000"), 0);
     EXPECT_TRUE(Attributes(Run("anomaly", bad), "region", "points").empty());
+}
+
+// Two digits one above the other: one part if parts overlapping in columns are merged.
+cv::Mat Stacked() {
+    cv::Mat stacked;
+    cv::vconcat(TrainedExample().Grey("green", "0_0000.png"),
+                TrainedExample().Grey("green", "7_0000.png"), stacked);
+    return stacked;
+}
+
+TEST_F(ReferenceEngine, EveryParameterChangesTheAnswer) {
+    const std::map<std::string, const char*> tools = {
+        {"anomaly", "defects"}, {"classify", "classes"}, {"read", "reader"}};
+    const cv::Mat bad = TrainedExample().Grey("red", "bad_0000.png");
+    const cv::Mat unsure = TrainedExample().Grey("green", "5_0000.png");
+    const cv::Mat row = TrainedExample().Grey("blue", "00433_0015.png");
+    const cv::Mat stacked = Stacked();
+    using Values = std::optional<std::vector<std::string>>;
+    const Values differ; // the answer after the change differs from the one before
+    const struct {
+        const char* stream;
+        const cv::Mat& image;
+        const char* path;
+        const char* value;
+        const char* element;
+        const char* attribute;
+        Values expected;
+    } cases[] = {
+        {"anomaly", bad, "processing/sampling_density", "0.5", "resource", "scale",
+         Values({"0.5"})},
+        {"anomaly", bad, "processing/red/sampling_iterations", "3", "region", "points", Values({})},
+        {"anomaly2", bad, "runtime_parameters/max_downsampling_size", "10", "resource", "scale",
+         Values({"0.5"})},
+        {"anomaly2", bad, "post_process_parameters/red/threshold", "[0.5,1.01]", "region", "points",
+         Values({})},
+        {"anomaly2", bad, "post_process_parameters/red/region_filter", "area>10000", "region",
+         "points", Values({})},
+        {"classify", unsure, "processing/sampling_density", "2", "tag", "score", differ},
+        {"classify2", unsure, "runtime_parameters/heat_map_on", "true", "resource", "name",
+         Values({"heat_map"})},
+        {"classify2", unsure, "post_process_parameters/green/threshold", "0.99", "tag", "name",
+         Values({})},
+        {"read2", row, "processing/sampling_density", "0.5", "feat", "size", differ},
+        {"read2", row, "processing/blue/threshold", "0.99", "feat", "id",
+         Values({"0", "0", "3", "3"})},
+        {"read2", stacked, "processing/blue/precision", "0", "feat", "id", Values({"0", "7"})},
+        {"read2", row, "sampling/feature_size", "100x100", "feat", "id", Values({})},
+        {"read", row, "models/text/threshold", "0.99", "match", "model_id",
+         Values({"pattern", "slots"})},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.stream) + " " + c.path);
+        const char* tool =
+            tools.at(std::string(c.stream).substr(0, std::string(c.stream).find('2')));
+        const std::string original = Get(c.stream, tool, c.path);
+        const std::vector<std::string> before =
+            Attributes(Run(c.stream, c.image), c.element, c.attribute);
+        ASSERT_EQ(Set(c.stream, tool, c.path, c.value), 0) << Error(1);
+        const std::vector<std::string> after =
+            Attributes(Run(c.stream, c.image), c.element, c.attribute);
+        EXPECT_NE(after, before);
+        if (c.expected)
+            EXPECT_EQ(after, *c.expected);
+        ASSERT_EQ(Set(c.stream, tool, c.path, original), 0);
+    }
 }
 
 TEST_F(ReferenceEngine, EveryImageFormGivesTheSameClassification) {
@@ -328,7 +398,7 @@ TEST_F(ReferenceEngine, RefusesCallsOutOfOrderAndBadImages) {
         {"unknown tool",
          [&] { return Kelo().kelo_runtime_blue_list_models(ws, "read", "none", &buffer_); }, 2,
          "stream 'read' has no tool 'none'"},
-        {"workspace id taken", [&] { return Open(TrainedExample().workspace); }, 1,
+        {"workspace id taken", [&] { return Open(TrainedExample().allTypes); }, 1,
          "is already open"},
         {"file that is no workspace",
          [&] { return Kelo().kelo_runtime_open_workspace_from_file("other", KELO_DIGITS_SHEET); },
@@ -345,7 +415,7 @@ TEST_F(ReferenceEngine, RefusesCallsOutOfOrderAndBadImages) {
     Kelo().kelo_free_image(&image);
 
     ASSERT_EQ(Kelo().kelo_deinitialize(), 0);
-    EXPECT_EQ(Open(TrainedExample().workspace), 1);
+    EXPECT_EQ(Open(TrainedExample().allTypes), 1);
     EXPECT_EQ(Error(1), "the engine is not initialised");
 }
 
