@@ -29,12 +29,24 @@ struct Example {
 
 inline const Example& TrainedExample() {
     static const Example example = [] {
-        Example made{KELO_TEST_WORK_DIR, KELO_TEST_WORK_DIR "/digits.yml"};
+        Example made{KELO_TEST_WORK_DIR, KELO_TEST_WORK_DIR "/digits.yml",
+                     KELO_TEST_WORK_DIR "/all-types.yml"};
         std::filesystem::remove_all(made.folder);
         KeloReference::WriteDigitsExample(KELO_DIGITS_SHEET, made.folder.string(),
                                           KeloReference::ExampleCounts{});
-        KeloReference::WriteWorkspace(
-            KeloReference::TrainWorkspace((made.folder / "training").string(), {}), made.workspace);
+        const std::string training = (made.folder / "training").string();
+        KeloReference::Workspace workspace = KeloReference::TrainWorkspace(training, {});
+        KeloReference::WriteWorkspace(workspace, made.workspace);
+        KeloReference::TrainingOptions others;
+        others.redType = "red_sua";
+        others.greenType = "green_sua";
+        others.blueType = "blue";
+        for (KeloReference::Stream& stream :
+             KeloReference::TrainWorkspace(training, others).streams) {
+            stream.id += "2";
+            workspace.streams.push_back(std::move(stream));
+        }
+        KeloReference::WriteWorkspace(workspace, made.allTypes);
         return made;
     }();
     return example;

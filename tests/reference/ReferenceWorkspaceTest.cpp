@@ -138,7 +138,7 @@ TEST(Training, CalibratesTheRedThresholdsBetweenGoodAndBadImages) {
     const Workspace trained = ReadWorkspace(TrainedExample().workspace);
     const Tool& red = trained.streams.at(0).tools.at(0);
     const auto [lower, upper] = ParsePair(red.parameters.at("post_processing/red/threshold"));
-    EXPECT_DOUBLE_EQ(lower, upper * 0.75);
+    EXPECT_NEAR(lower, upper * 0.75, 1e-6);
     EXPECT_GT(upper, 0.3);
     EXPECT_LT(upper, 1);
     const Tool& blue = trained.streams.at(2).tools.at(0);
