@@ -3,12 +3,27 @@
 #include <filesystem>
 #include <string>
 
+#include <unistd.h>
+
 #include <opencv2/imgcodecs.hpp>
 
 #include "ExampleData.h"
 #include "Training.h"
 
 namespace ReferenceTests {
+
+// A folder of this process's own, since CTest runs the tests of one binary in parallel
+// processes; it goes when the process ends.
+struct ScratchFolder {
+    std::filesystem::path path =
+        std::filesystem::path(KELO_TEST_WORK_DIR) / std::to_string(getpid());
+    ScratchFolder() { std::filesystem::create_directories(path); }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ~ScratchFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+    }
+};
 
 // The example workspace, trained once per process from the digits sheet: training images and
 // images held out for inspection under folder, the workspace file beside them. allTypes holds its
@@ -29,9 +44,9 @@ struct Example {
 
 inline const Example& TrainedExample() {
     static const Example example = [] {
-        Example made{KELO_TEST_WORK_DIR, KELO_TEST_WORK_DIR "/digits.yml",
-                     KELO_TEST_WORK_DIR "/all-types.yml"};
-        std::filesystem::remove_all(made.folder);
+        static const ScratchFolder scratch;
+        Example made{scratch.path, (scratch.path / "digits.yml").string(),
+                     (scratch.path / "all-types.yml").string()};
         KeloReference::WriteDigitsExample(KELO_DIGITS_SHEET, made.folder.string(),
                                           KeloReference::ExampleCounts{});
         const std::string training = (made.folder / "training").string();
