@@ -6,7 +6,8 @@ packages=(
     build-essential cmake pkg-config
     librttr-dev libcereal-dev libtinyxml2-dev libboost-dev
     libgtest-dev libgmock-dev libbenchmark-dev
-    libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev
+    libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libopencv-ml-dev
+    opencv-doc
 )
 
 missing=()

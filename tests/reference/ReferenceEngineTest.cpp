@@ -1,0 +1,425 @@
+// The reference engine through its exported C interface, resolved by name as the library does.
+#include <dlfcn.h>
+
+#include <map>
+#include <optional>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/imgproc.hpp>
+
+#include "ExampleWorkspace.h"
+#include "Workspace.h"
+#include "engine/EngineRecords.h"
+
+namespace {
+
+using ReferenceTests::TrainedExample;
+
+template <typename Function> Function Resolve(const char* name) {
+    static void* const library = dlopen(KELO_REFERENCE_ENGINE, RTLD_NOW | RTLD_LOCAL);
+    void* address = library ? dlsym(library, name) : nullptr;
+    if (!address)
+        throw std::runtime_error(std::string("cannot resolve ") + name);
+    return reinterpret_cast<Function>(address);
+}
+
+#define KELO_ENTRY(name) const name##_fn name = Resolve<name##_fn>(#name);
+
+struct Api {
+    KELO_ENTRY(kelo_init_buffer)
+    KELO_ENTRY(kelo_free_buffer)
+    KELO_ENTRY(kelo_debug_infos)
+    KELO_ENTRY(kelo_initialize)
+    KELO_ENTRY(kelo_deinitialize)
+    KELO_ENTRY(kelo_get_error_message)
+    KELO_ENTRY(kelo_runtime_open_workspace_from_file)
+    KELO_ENTRY(kelo_runtime_close_workspace)
+    KELO_ENTRY(kelo_runtime_list_workspaces)
+    KELO_ENTRY(kelo_runtime_list_streams)
+    KELO_ENTRY(kelo_runtime_list_tools)
+    KELO_ENTRY(kelo_runtime_blue_list_models)
+    KELO_ENTRY(kelo_runtime_tool_get_parameter)
+    KELO_ENTRY(kelo_runtime_tool_set_parameter)
+    KELO_ENTRY(kelo_init_image)
+    KELO_ENTRY(kelo_free_image)
+    KELO_ENTRY(kelo_create_image)
+    KELO_ENTRY(kelo_resource_get_image)
+    KELO_ENTRY(kelo_runtime_create_sample)
+    KELO_ENTRY(kelo_runtime_sample_add_image)
+    KELO_ENTRY(kelo_runtime_sample_process)
+    KELO_ENTRY(kelo_runtime_get_sample)
+    KELO_ENTRY(kelo_runtime_free_sample)
+    KELO_ENTRY(kelo_save_image)
+};
+
+const Api& Kelo() {
+    static const Api api;
+    return api;
+}
+
+// One workspace opened under the test's own id, and the engine's last answer.
+class ReferenceEngine : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(Kelo().kelo_debug_infos(0, ""), 0);
+        ASSERT_EQ(Kelo().kelo_initialize(0, ""), 0);
+        ASSERT_EQ(Kelo().kelo_init_buffer(&buffer_), 0);
+        id_ = ::testing::UnitTest::GetInstance()->current_test_info()->name();
+        ASSERT_EQ(Open(TrainedExample().allTypes), 0) << Error(1);
+    }
+    void TearDown() override {
+        Kelo().kelo_runtime_close_workspace(id_.c_str());
+        Kelo().kelo_free_buffer(&buffer_);
+    }
+
+    int Open(const std::string& path) {
+        return Kelo().kelo_runtime_open_workspace_from_file(id_.c_str(), path.c_str());
+    }
+    std::string Error(int status) {
+        Kelo().kelo_get_error_message(status, &buffer_);
+        return buffer_.text;
+    }
+    std::string Text() const { return buffer_.text; }
+    std::string Get(const char* stream, const char* tool, const std::string& path) {
+        EXPECT_EQ(Kelo().kelo_runtime_tool_get_parameter(id_.c_str(), stream, tool, path.c_str(),
+                                                         &buffer_),
+                  0);
+        return buffer_.text;
+    }
+    int Set(const char* stream, const char* tool, const std::string& path,
+            const std::string& value) {
+        return Kelo().kelo_runtime_tool_set_parameter(id_.c_str(), stream, tool, path.c_str(),
+                                                      value.c_str());
+    }
+
+    // Runs a grey image through a stream and gives the result document; the sample stays until
+    // FreeSample, so its resources can be fetched.
+    std::string Run(const char* stream, const cv::Mat& grey) {
+        EngineImage image{};
+        EXPECT_EQ(Kelo().kelo_init_image(&image), 0);
+        image.width = grey.cols;
+        image.height = grey.rows;
+        image.channels = 1;
+        image.pixels = grey.data;
+        image.pixelType = grey.depth() == CV_16U ? 1 : 0;
+        image.step = static_cast<int>(grey.step);
+        const std::string sample = "sample" + std::to_string(++samples_);
+        EXPECT_EQ(Kelo().kelo_runtime_create_sample(id_.c_str(), stream, sample.c_str()), 0);
+        EXPECT_EQ(Kelo().kelo_runtime_sample_add_image(id_.c_str(), stream, sample.c_str(), &image),
+                  0)
+            << Error(1);
+        Kelo().kelo_free_image(&image);
+        EXPECT_EQ(Kelo().kelo_runtime_sample_process(id_.c_str(), stream, "", sample.c_str(), ""),
+                  0)
+            << Error(4);
+        EXPECT_EQ(Kelo().kelo_runtime_get_sample(id_.c_str(), stream, sample.c_str(), &buffer_), 0);
+        lastSample_ = {stream, sample};
+        return buffer_.text;
+    }
+    void FreeSample() {
+        Kelo().kelo_runtime_free_sample(id_.c_str(), lastSample_.first.c_str(),
+                                        lastSample_.second.c_str());
+    }
+
+    std::string id_;
+    EngineBuffer buffer_{};
+    int samples_ = 0;
+    std::pair<std::string, std::string> lastSample_;
+};
+
+// The values of an attribute in document order.
+std::vector<std::string> Attributes(const std::string& document, const std::string& element,
+                                    const std::string& attribute) {
+    const std::regex pattern("<" + element + " [^>]*?\\b" + attribute + "=\"([^\"]*)\"");
+    std::vector<std::string> values;
+    for (auto match = std::sregex_iterator(document.begin(), document.end(), pattern);
+         match != std::sregex_iterator(); ++match)
+        values.push_back((*match)[1]);
+    return values;
+}
+
+TEST_F(ReferenceEngine, ListsTheTrainedCatalogue) {
+    ASSERT_EQ(Kelo().kelo_runtime_list_workspaces(&buffer_), 0);
+    EXPECT_NE(Text().find("id=\"" + id_ + "\""), std::string::npos) << Text();
+    ASSERT_EQ(Kelo().kelo_runtime_list_streams(id_.c_str(), &buffer_), 0);
+    EXPECT_EQ(Attributes(Text(), "stream", "id"),
+              (std::vector<std::string>{"anomaly", "classify", "read", "anomaly2", "classify2",
+                                        "read2"}));
+    ASSERT_EQ(Kelo().kelo_runtime_list_tools(id_.c_str(), "read", &buffer_), 0);
+    EXPECT_EQ(Attributes(Text(), "tool", "type"), std::vector<std::string>{"blue_read"});
+    ASSERT_EQ(Kelo().kelo_runtime_list_tools(id_.c_str(), "anomaly2", &buffer_), 0);
+    EXPECT_EQ(Attributes(Text(), "tool", "type"), std::vector<std::string>{"red_sua"});
+    ASSERT_EQ(Kelo().kelo_runtime_blue_list_models(id_.c_str(), "read", "reader", &buffer_), 0);
+    EXPECT_EQ(Attributes(Text(), "model", "type"),
+              (std::vector<std::string>{"string", "regex", "layout"}));
+}
+
+TEST_F(ReferenceEngine, ParametersKeepTheirTextAndRefuseWhatTheyCannotMean) {
+    const struct {
+        const char* stream;
+        const char* tool;
+        const char* path;
+        const char* accepted;
+        const char* refused;
+        const char* because;
+    } cases[] = {
+        {"anomaly", "defects", "post_processing/red/threshold", "[0.250000,0.750000]", "0.5",
+         "not of the form [lower,upper]"},
+        {"anomaly", "defects", "post_processing/red/region_filter", "area>=4; score>0.9", "size>2",
+         "not of the form MEASURE OP NUMBER"},
+        {"anomaly", "defects", "processing/sampling_density", "0.500000", "12", "lies outside"},
+        {"anomaly", "defects", "processing/red/sampling_iterations", "2", "-1", "lies outside"},
+        {"classify", "classes", "post_processing/green/threshold", "0.700000", "abc",
+         "is not a number"},
+        {"read", "reader", "sampling/feature_size", "16.000000x24.000000", "16xx2",
+         "not of the form WIDTHxHEIGHT"},
+        {"read", "reader", "models/pattern/regex/regex", "[0-4]+", "[0-", "no regular expression"},
+        {"read", "reader", "models/text/enabled", "false", "False", "neither true nor false"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.path);
+        ASSERT_EQ(Set(c.stream, c.tool, c.path, c.accepted), 0) << Error(1);
+        EXPECT_EQ(Get(c.stream, c.tool, c.path), c.accepted);
+        const int status = Set(c.stream, c.tool, c.path, c.refused);
+        EXPECT_EQ(status, 1);
+        EXPECT_NE(Error(status).find(c.because), std::string::npos) << Error(status);
+        EXPECT_EQ(Get(c.stream, c.tool, c.path), c.accepted);
+    }
+    EXPECT_EQ(Set("read", "reader", "models/nothing/enabled", "true"), 2);
+    EXPECT_EQ(Error(2), "tool 'reader' has no parameter 'models/nothing/enabled'");
+}
+
+TEST_F(ReferenceEngine, AnomalyRegionsFollowTheThresholdsAndComeWithAHeatMap) {
+    const cv::Mat bad = TrainedExample().Grey("red", "bad_0000.png");
+    const std::string anomalous = Run("anomaly", bad);
+    const std::vector<std::string> regions = Attributes(anomalous, "region", "points");
+    ASSERT_FALSE(regions.empty()) << anomalous;
+    const std::vector<std::string> heatMaps = Attributes(anomalous, "resource", "uuid");
+    ASSERT_EQ(heatMaps.size(), 1u);
+
+    EngineImage image{};
+    ASSERT_EQ(Kelo().kelo_init_image(&image), 0);
+    ASSERT_EQ(Kelo().kelo_resource_get_image(heatMaps[0].c_str(), &image), 0);
+    EXPECT_EQ(cv::Size(image.width, image.height), bad.size());
+    EXPECT_EQ(image.channels, 1);
+    EXPECT_EQ(image.pixelType, 0);
+    const cv::Mat heat(image.height, image.width, CV_8U, const_cast<void*>(image.pixels),
+                       static_cast<std::size_t>(image.step));
+    double hottest = 0;
+    cv::minMaxLoc(heat, nullptr, &hottest);
+    EXPECT_GT(hottest, 200);
+    Kelo().kelo_free_image(&image);
+    FreeSample();
+    ASSERT_EQ(Kelo().kelo_init_image(&image), 0);
+    EXPECT_EQ(Kelo().kelo_resource_get_image(heatMaps[0].c_str(), &image), 2);
+    Kelo().kelo_free_image(&image);
+
+    ASSERT_EQ(Set("anomaly", "defects", "post_processing/red/threshold", "[0.5,1.01]"), 0);
+    const std::string unreachable = Run("anomaly", bad);
+    EXPECT_TRUE(Attributes(unreachable, "region", "points").empty());
+    EXPECT_EQ(Attributes(unreachable, "red", "filtered_score"), std::vector<std::string>{"0"});
+    EXPECT_EQ(Attributes(unreachable, "red", "score"), Attributes(anomalous, "red", "score"));
+    ASSERT_EQ(Set("anomaly", "defects", "post_processing/red/threshold", "[0.3,0.5]"), 0);
+    ASSERT_EQ(Set("anomaly", "defects", "post_processing/red/region_filter", "area>10000"), 0);
+    EXPECT_TRUE(Attributes(Run("anomaly", bad), "region", "points").empty());
+}
+
+// A 4 above a 1, close enough that parts overlapping in columns are merged into one feature.
+cv::Mat Stacked() {
+    cv::Mat stacked;
+    cv::vconcat(TrainedExample().Grey("green", "4_0000.png"),
+                TrainedExample().Grey("green", "1_0001.png"), stacked);
+    cv::resize(stacked, stacked, cv::Size(), 0.75, 0.75, cv::INTER_AREA);
+    return stacked;
+}
+
+TEST_F(ReferenceEngine, EveryParameterChangesTheAnswer) {
+    const std::map<std::string, const char*> tools = {
+        {"anomaly", "defects"}, {"classify", "classes"}, {"read", "reader"}};
+    const cv::Mat bad = TrainedExample().Grey("red", "bad_0000.png");
+    const cv::Mat unsure = TrainedExample().Grey("green", "5_0000.png");
+    const cv::Mat row = TrainedExample().Grey("blue", "00433_0015.png");
+    const cv::Mat stacked = Stacked();
+    using Values = std::optional<std::vector<std::string>>;
+    const Values differ; // the answer after the change differs from the one before
+    const struct {
+        const char* stream;
+        const cv::Mat& image;
+        const char* path;
+        const char* value;
+        const char* element;
+        const char* attribute;
+        Values expected;
+    } cases[] = {
+        {"anomaly", bad, "processing/sampling_density", "0.5", "resource", "scale",
+         Values({"0.5"})},
+        {"anomaly", bad, "processing/red/sampling_iterations", "3", "region", "points", Values({})},
+        {"anomaly2", bad, "runtime_parameters/max_downsampling_size", "10", "resource", "scale",
+         Values({"0.5"})},
+        {"anomaly2", bad, "post_process_parameters/red/threshold", "[0.5,1.01]", "region", "points",
+         Values({})},
+        {"anomaly2", bad, "post_process_parameters/red/region_filter", "area>10000", "region",
+         "points", Values({})},
+        {"classify", unsure, "processing/sampling_density", "2", "tag", "score", differ},
+        {"classify2", unsure, "runtime_parameters/heat_map_on", "true", "resource", "name",
+         Values({"heat_map"})},
+        {"classify2", unsure, "post_process_parameters/green/threshold", "0.99", "tag", "name",
+         Values({})},
+        {"read2", row, "processing/sampling_density", "0.5", "feat", "size", differ},
+        {"read2", row, "processing/blue/threshold", "0.99", "feat", "id",
+         Values({"0", "0", "3", "3"})},
+        {"read2", stacked, "processing/blue/precision", "0", "feat", "size",
+         Values({"7x11", "3x10"})},
+        {"read2", row, "sampling/feature_size", "100x100", "feat", "id", Values({})},
+        {"read", row, "models/text/threshold", "0.99", "match", "model_id",
+         Values({"pattern", "slots"})},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.stream) + " " + c.path);
+        const char* tool =
+            tools.at(std::string(c.stream).substr(0, std::string(c.stream).find('2')));
+        const std::string original = Get(c.stream, tool, c.path);
+        const std::vector<std::string> before =
+            Attributes(Run(c.stream, c.image), c.element, c.attribute);
+        ASSERT_EQ(Set(c.stream, tool, c.path, c.value), 0) << Error(1);
+        const std::vector<std::string> after =
+            Attributes(Run(c.stream, c.image), c.element, c.attribute);
+        EXPECT_NE(after, before);
+        if (c.expected) {
+            EXPECT_EQ(after, *c.expected);
+        }
+        ASSERT_EQ(Set(c.stream, tool, c.path, original), 0);
+    }
+}
+
+TEST_F(ReferenceEngine, EveryImageFormGivesTheSameClassification) {
+    const cv::Mat grey = TrainedExample().Grey("green", "7_0000.png");
+    cv::Mat wide;
+    grey.convertTo(wide, CV_16U, 257);
+    const std::vector<std::string> expected = Attributes(Run("classify", grey), "tag", "name");
+    ASSERT_FALSE(expected.empty());
+    EXPECT_EQ(expected.front(), "7");
+    EXPECT_EQ(Attributes(Run("classify", wide), "tag", "name"), expected);
+
+    // A planar colour image arrives through kelo_create_image, its planes last first.
+    EngineImage colour{};
+    ASSERT_EQ(Kelo().kelo_init_image(&colour), 0);
+    ASSERT_EQ(Kelo().kelo_create_image(grey.cols, grey.rows, static_cast<int>(grey.step), 0,
+                                       grey.data, grey.data, grey.data, nullptr, &colour),
+              0);
+    ASSERT_EQ(Kelo().kelo_runtime_create_sample(id_.c_str(), "classify", "colour"), 0);
+    ASSERT_EQ(Kelo().kelo_runtime_sample_add_image(id_.c_str(), "classify", "colour", &colour), 0);
+    Kelo().kelo_free_image(&colour);
+    ASSERT_EQ(Kelo().kelo_runtime_sample_process(id_.c_str(), "classify", "", "colour", ""), 0);
+    ASSERT_EQ(Kelo().kelo_runtime_get_sample(id_.c_str(), "classify", "colour", &buffer_), 0);
+    EXPECT_EQ(Attributes(Text(), "tag", "name"), expected);
+}
+
+TEST_F(ReferenceEngine, ModelsFilterTheRead) {
+    // A node model counts the zeros of a read; it is added to the trained file by hand.
+    KeloReference::Workspace file = KeloReference::ReadWorkspace(TrainedExample().workspace);
+    file.streams.at(2).tools.at(0).models.push_back({"zeros", "node", {}, "0", {}});
+    const std::string edited = (TrainedExample().folder / "with-node.yml").string();
+    KeloReference::WriteWorkspace(file, edited);
+    Kelo().kelo_runtime_close_workspace(id_.c_str());
+    ASSERT_EQ(Open(edited), 0) << Error(3);
+
+    const cv::Mat row = TrainedExample().Grey("blue", "00433_0015.png");
+    const std::string read = Run("read", row);
+    EXPECT_EQ(Attributes(read, "feat", "id").size(), 5u) << read;
+    EXPECT_EQ(Attributes(read, "match", "string"),
+              (std::vector<std::string>{"00433", "00433", "0"}));
+    EXPECT_EQ(Attributes(read, "match", "node_coords").size(), 1u);
+    EXPECT_EQ(Attributes(read, "match", "covers"), (std::vector<std::string>{"0:5", "5/5", "2"}));
+
+    ASSERT_EQ(Set("read", "reader", "models/pattern/regex/regex", "[34]+"), 0);
+    ASSERT_EQ(Set("read", "reader", "models/text/string/min_string_length", "6"), 0);
+    ASSERT_EQ(Set("read", "reader", "models/zeros/occurrences", "3"), 0);
+    ASSERT_EQ(Set("read", "reader", "models/slots/enabled", "false"), 0);
+    EXPECT_EQ(Attributes(Run("read", row), "match", "string"), std::vector<std::string>{"433"});
+    ASSERT_EQ(Set("read", "reader", "post_processing/blue/feature_filter", "4,3"), 0);
+    EXPECT_EQ(Attributes(Run("read", row), "feat", "id"),
+              (std::vector<std::string>{"4", "3", "3"}));
+}
+
+TEST_F(ReferenceEngine, RefusesCallsOutOfOrderAndBadImages) {
+    const char* ws = id_.c_str();
+    EngineImage image{};
+    ASSERT_EQ(Kelo().kelo_init_image(&image), 0);
+    std::vector<unsigned short> pixels(16);
+    image.width = 4;
+    image.height = 4;
+    image.channels = 1;
+    image.pixels = pixels.data();
+    image.step = 8;
+    ASSERT_EQ(Kelo().kelo_runtime_create_sample(ws, "classify", "s"), 0);
+    EngineBuffer stray{};
+    EngineImage shortRows = image, twoChannels = image, noPixels = image, unknown = image;
+    shortRows.pixelType = 1;
+    shortRows.step = 6;
+    twoChannels.channels = 2;
+    noPixels.pixels = nullptr;
+    unknown.reserved = 7;
+    const struct {
+        const char* what;
+        std::function<int()> call;
+        int status;
+        const char* text;
+    } cases[] = {
+        {"process before an image",
+         [&] { return Kelo().kelo_runtime_sample_process(ws, "classify", "", "s", ""); }, 1,
+         "sample 's' has no image"},
+        {"result before processing",
+         [&] { return Kelo().kelo_runtime_get_sample(ws, "classify", "s", &buffer_); }, 1,
+         "sample 's' was not processed"},
+        {"sample twice", [&] { return Kelo().kelo_runtime_create_sample(ws, "classify", "s"); }, 1,
+         "sample 's' already exists"},
+        {"sample of another stream",
+         [&] { return Kelo().kelo_runtime_sample_add_image(ws, "read", "s", &image); }, 1,
+         "sample 's' belongs to stream 'classify'"},
+        {"rows shorter than the step",
+         [&] { return Kelo().kelo_runtime_sample_add_image(ws, "classify", "s", &shortRows); }, 1,
+         "step of 6 bytes is shorter than a row of 8"},
+        {"two channels",
+         [&] { return Kelo().kelo_runtime_sample_add_image(ws, "classify", "s", &twoChannels); }, 1,
+         "images of 2 channels are not taken"},
+        {"no pixels",
+         [&] { return Kelo().kelo_runtime_sample_add_image(ws, "classify", "s", &noPixels); }, 1,
+         "the image has no pixels"},
+        {"image not from the engine",
+         [&] { return Kelo().kelo_runtime_sample_add_image(ws, "classify", "s", &unknown); }, 1,
+         "the image record was not initialised by the engine"},
+        {"buffer not from the engine", [&] { return Kelo().kelo_runtime_list_workspaces(&stray); },
+         1, "the buffer was not initialised by the engine"},
+        {"unknown workspace", [&] { return Kelo().kelo_runtime_list_streams("none", &buffer_); }, 2,
+         "workspace 'none' is not open"},
+        {"unknown stream", [&] { return Kelo().kelo_runtime_list_tools(ws, "none", &buffer_); }, 2,
+         "has no stream 'none'"},
+        {"unknown tool",
+         [&] { return Kelo().kelo_runtime_blue_list_models(ws, "read", "none", &buffer_); }, 2,
+         "stream 'read' has no tool 'none'"},
+        {"workspace id taken", [&] { return Open(TrainedExample().allTypes); }, 1,
+         "is already open"},
+        {"file that is no workspace",
+         [&] { return Kelo().kelo_runtime_open_workspace_from_file("other", KELO_DIGITS_SHEET); },
+         3, "does not parse"},
+        {"entry point not offered", [&] { return Kelo().kelo_save_image(); }, 1,
+         "kelo_save_image is not offered by the reference engine"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const int status = c.call();
+        EXPECT_EQ(status, c.status);
+        EXPECT_NE(Error(status).find(c.text), std::string::npos) << Error(status);
+    }
+    Kelo().kelo_free_image(&image);
+
+    ASSERT_EQ(Kelo().kelo_deinitialize(), 0);
+    EXPECT_EQ(Open(TrainedExample().allTypes), 1);
+    EXPECT_EQ(Error(1), "the engine is not initialised");
+}
+
+} // namespace

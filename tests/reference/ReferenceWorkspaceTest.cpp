@@ -1,0 +1,163 @@
+// Workspace files, parameter texts and training of the reference engine, below its C interface.
+#include <filesystem>
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+#include "ExampleWorkspace.h"
+#include "Failure.h"
+#include "Parameters.h"
+#include "Workspace.h"
+
+namespace {
+
+using namespace KeloReference;
+using ReferenceTests::TrainedExample;
+namespace fs = std::filesystem;
+
+std::string Refusal(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Failure& failure) {
+        return failure.what();
+    }
+    return "accepted";
+}
+
+fs::path WorkFile(const std::string& name) {
+    return TrainedExample().folder / name;
+}
+
+TEST(WorkspaceFile, KeepsEverythingThroughAWriteAndARead) {
+    const Classifier trained =
+        ReadWorkspace(TrainedExample().workspace).streams.at(1).tools.at(0).classifier;
+    Tool child{"child",
+               "child-uuid",
+               "green_quick",
+               {{"runtime_parameters/heat_map_on", "true"}},
+               {},
+               trained,
+               {},
+               {}};
+    Tool blue{"reader",
+              "reader-uuid",
+              "blue",
+              {{"sampling/feature_size", "[not checked here]"}},
+              {},
+              {},
+              {{"zeros", "node", {{"occurrences", "2"}}, "0", {}},
+               {"slots", "layout", {}, "", {{"slot1", cv::Rect2d(1.5, 2, 10, 12.25)}}}},
+              {child}};
+    const Workspace written{
+        "file-uuid", "2024-06-01T12:00:00Z", {{"read", "read-uuid", "0,0,100,20", {blue}}}};
+    WriteWorkspace(written, WorkFile("roundtrip.yml").string());
+    const Workspace read = ReadWorkspace(WorkFile("roundtrip.yml").string());
+
+    EXPECT_EQ(read.uuid, "file-uuid");
+    EXPECT_EQ(read.lastModified, "2024-06-01T12:00:00Z");
+    ASSERT_EQ(read.streams.size(), 1u);
+    EXPECT_EQ(read.streams[0].frameWindow, "0,0,100,20");
+    const Tool& tool = read.streams[0].tools.at(0);
+    EXPECT_EQ(tool.parameters, blue.parameters);
+    ASSERT_EQ(tool.models.size(), 2u);
+    EXPECT_EQ(tool.models[0].nodeClass, "0");
+    EXPECT_EQ(tool.models[0].parameters.at("occurrences"), "2");
+    EXPECT_EQ(tool.models[1].regions.at(0).box, cv::Rect2d(1.5, 2, 10, 12.25));
+    const Tool& readChild = tool.children.at(0);
+    EXPECT_EQ(readChild.type, "green_quick");
+    EXPECT_EQ(readChild.classifier.classes, child.classifier.classes);
+    EXPECT_EQ(cv::norm(readChild.classifier.samples, child.classifier.samples, cv::NORM_INF), 0);
+}
+
+TEST(WorkspaceFile, RefusesFilesItCannotUse) {
+    const struct {
+        const char* content;
+        const char* because;
+    } cases[] = {
+        {"%YAML:1.0\n---\nformat: other\nversion: 1\n", "is no workspace file of version 1"},
+        {"%YAML:1.0\n---\nformat: kelo-reference-workspace\nversion: 1\nstreams:\n"
+         "  - { id: s }\n",
+         "'uuid' is missing"},
+        {"%YAML:1.0\n---\nformat: kelo-reference-workspace\nversion: 1\nuuid: u\nstreams:\n"
+         "  - { id: s, uuid: v, tools: [ { id: t, uuid: w, type: blue, models: [ { id: m, "
+         "type: layout, regions: [ { name: r, box: [ 1, 2 ] } ] } ] } ] }\n",
+         "layout region box of model 'm' needs four numbers"},
+        {"not: [ closed", "does not parse"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.content);
+        std::ofstream(WorkFile("bad.yml")) << c.content;
+        const std::string refusal = Refusal([] { ReadWorkspace(WorkFile("bad.yml").string()); });
+        EXPECT_NE(refusal.find(c.because), std::string::npos) << refusal;
+    }
+    EXPECT_NE(Refusal([] {
+                  ReadWorkspace(WorkFile("absent.yml").string());
+              }).find("cannot read workspace file"),
+              std::string::npos);
+}
+
+TEST(ParameterText, ToolsGetTheirTypesDefaultsAndRefuseForeignPaths) {
+    Tool tool{"t",
+              "u",
+              "red_sua",
+              {{"post_process_parameters/red/threshold", "[0.1,0.2]"}},
+              {},
+              {},
+              {{"m", "string", {}, "", {}}},
+              {}};
+    ASSERT_EQ(Refusal([&] { CompleteParameters(tool); }), "accepted");
+    const Parameters complete = CompleteParameters(tool);
+    EXPECT_EQ(complete.at("post_process_parameters/red/threshold"), "[0.1,0.2]");
+    EXPECT_EQ(complete.at("runtime_parameters/max_downsampling_size"), "0");
+    EXPECT_EQ(complete.at("models/m/string/min_string_length"), "1");
+    EXPECT_EQ(complete.count("processing/sampling_density"), 0u);
+
+    tool.parameters["processing/sampling_density"] = "1";
+    EXPECT_EQ(Refusal([&] { CompleteParameters(tool); }),
+              "tool 't' has no parameter 'processing/sampling_density'");
+    tool.type = "red_fast";
+    EXPECT_EQ(Refusal([&] { CompleteParameters(tool); }), "'red_fast' is no tool type");
+}
+
+TEST(ParameterText, ParsesTheFormsThatItWrites) {
+    EXPECT_EQ(ParsePair(" [0.250000, 0.75] "), std::make_pair(0.25, 0.75));
+    EXPECT_EQ(ParseSize("16.000000x24.000000"), cv::Size2d(16, 24));
+    EXPECT_EQ(ParseSize("8"), cv::Size2d(8, 8));
+    EXPECT_EQ(ParseNames(" 4, ,3 "), (std::vector<std::string>{"4", "3"}));
+    const std::vector<RegionCondition> filter = ParseRegionFilter("area >= 4;score<0.9;");
+    ASSERT_EQ(filter.size(), 2u);
+    EXPECT_TRUE(filter[0].Holds(4));
+    EXPECT_FALSE(filter[1].Holds(0.9));
+    for (const char* bad : {"1,5", "[1]", "[1,x]", "1e999"})
+        EXPECT_NE(Refusal([&] { ParsePair(bad); }), "accepted") << bad;
+    EXPECT_EQ(Refusal([] { ParseInteger("3000000000"); }), "'3000000000' is out of range");
+    EXPECT_EQ(Refusal([] { ParseSize("-1x2"); }), "'-1x2' is a negative size");
+}
+
+TEST(Training, CalibratesTheRedThresholdsBetweenGoodAndBadImages) {
+    const Workspace trained = ReadWorkspace(TrainedExample().workspace);
+    const Tool& red = trained.streams.at(0).tools.at(0);
+    const auto [lower, upper] = ParsePair(red.parameters.at("post_processing/red/threshold"));
+    EXPECT_NEAR(lower, upper * 0.75, 1e-6);
+    EXPECT_GT(upper, 0.3);
+    EXPECT_LT(upper, 1);
+    const Tool& blue = trained.streams.at(2).tools.at(0);
+    EXPECT_EQ(blue.classifier.classes.size(), 10u);
+    ASSERT_EQ(blue.models.size(), 3u);
+    EXPECT_EQ(blue.models[1].parameters.at("regex/regex"), "[0123456789]{5,5}");
+    EXPECT_EQ(blue.models[2].regions.size(), 5u);
+}
+
+TEST(Training, RefusesFoldersWithoutUsableImages) {
+    const fs::path empty = WorkFile("empty-training");
+    fs::create_directories(empty / "blue");
+    fs::copy_file(TrainedExample().Inspect("green", "7_0000.png"), empty / "blue" / "12_0.png",
+                  fs::copy_options::overwrite_existing);
+    EXPECT_EQ(Refusal([&] { TrainWorkspace(WorkFile("nothing").string(), {}); }),
+              "'" + WorkFile("nothing").string() +
+                  "' holds none of the folders red, green and blue");
+    EXPECT_EQ(Refusal([&] { TrainWorkspace(empty.string(), {}); }),
+              "'" + (empty / "blue").string() + "' holds no image whose parts match its text");
+}
+
+} // namespace
