@@ -69,8 +69,8 @@ DLRuntimeTool::DLRuntimeTool(ObjectCreateAccessToken const& token)
 DLRuntimeTool::DLRuntimeTool() = default;
 
 void DLRuntimeTool::OnFinalConstruct() {
-    operatorConnection_ =
-        operator_->ChangedEvent().Connect(shared_from_this(), &DLRuntimeTool::HandleOperatorChanged);
+    operatorConnection_ = operator_->ChangedEvent().Connect(shared_from_this(),
+                                                            &DLRuntimeTool::HandleOperatorChanged);
 }
 
 void DLRuntimeTool::InitializeRunRecordSettings() {

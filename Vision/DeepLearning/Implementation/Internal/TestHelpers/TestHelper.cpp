@@ -6,9 +6,8 @@
 
 #include <rttr/registration>
 
-#include <Vision/Core/TypeRegistration.h>
-
 #include "engine/DeepLearningAccess.h"
+#include "reflection/RegistrationShape.h"
 
 namespace Tavrin::Vision::DeepLearning::Implementation::Internal::TestHelpers {
 
@@ -433,40 +432,12 @@ CEREAL_REGISTER_TYPE_WITH_NAME(
     Tavrin::Vision::DeepLearning::Implementation::Internal::TestHelpers::TestHelper,
     "Tavrin::Vision::DeepLearning::Implementation::Internal::TestHelpers::TestHelper")
 
-namespace {
-
-// A shared pointer of one class seen as another, through the objects' own type information; the
-// result shares ownership with the source. Null and a failed cast give null and false.
-template <class Target, class Source>
-std::shared_ptr<Target> ConvertShared(std::shared_ptr<Source> const& source, bool& ok) {
-    ok = false;
-    if (!source)
-        return nullptr;
-    auto* const target = rttr::rttr_cast<Target*>(source.get());
-    if (!target)
-        return nullptr;
-    ok = true;
-    return std::shared_ptr<Target>(source, target);
-}
-
-template <class Derived, class Base> void RegisterConverterPair() {
-    rttr::type::register_converter_func(&ConvertShared<Base, Derived>);
-    rttr::type::register_converter_func(&ConvertShared<Derived, Base>);
-}
-
-} // namespace
-
 RTTR_REGISTRATION {
     using namespace Tavrin::Vision::DeepLearning::Implementation::Internal::TestHelpers;
-    using Tavrin::Brnt::TypeRegistration::ClassType;
-    char const* const libraryExport = "Tavrin.Vision.DeepLearning";
-
-    rttr::registration::class_<TestHelper>(
-        "Tavrin::Vision::DeepLearning::Implementation::Internal::TestHelpers::TestHelper")(
-        rttr::metadata("ClassType", ClassType::Class),
-        rttr::metadata("HeaderPath",
-                       "<Vision/DeepLearning/Implementation/Internal/TestHelpers/TestHelper>"),
-        rttr::metadata("LibraryExport", std::string(libraryExport)))
+    using namespace Tavrin::Vision::DeepLearning::Reflection;
+    DeclareClass<TestHelper>(
+        FullName("Implementation::Internal::TestHelpers::TestHelper"),
+        {ClassType::Class, "<Vision/DeepLearning/Implementation/Internal/TestHelpers/TestHelper>"})
         .method("CreateDLBlueFeature", &TestHelper::CreateDLBlueFeature)(
             rttr::parameter_names("id", "rectangle", "score", "covers"))
         .method("CreateDLBlueFeatures", &TestHelper::CreateDLBlueFeatures)(rttr::parameter_names(
@@ -600,8 +571,6 @@ RTTR_REGISTRATION {
 
     rttr::registration::class_<TestHelperPtr>(
         "Tavrin::Vision::DeepLearning::Implementation::Internal::TestHelpers::TestHelperPtr")(
-        rttr::metadata("LibraryExport", std::string(libraryExport)));
-
-    RegisterConverterPair<TestHelper, Tavrin::Vision::ShareableBase>();
-    RegisterConverterPair<TestHelper, Tavrin::Brnt::IObject>();
+        rttr::metadata(MetadataKey::LibraryExport, LibraryName));
+    RegisterConverters<TestHelper>(ShareableBases{});
 }
