@@ -7,7 +7,8 @@
 // then the fields in archive order. It also instantiates the member for the framework's two
 // archives and registers the class under its full name; the base cast registers the polymorphic
 // relation to the base. Used once per class at global scope in the class's source. Loading
-// repairs nothing: results hold no links that the archive cannot carry.
+// repairs nothing: a result keeps only the ids of its tools, and the runtime tool that loads it
+// ties it to live tools again.
 #define TAVRIN_DL_ARCHIVED_RESULT(Class, BaseCast, VersionText, ...)                               \
     template <class Archive>                                                                       \
     void Tavrin::Vision::DeepLearning::Class::serialize(Archive& archive, unsigned int version) {  \

@@ -96,19 +96,32 @@ inline std::vector<std::string> Writes(std::string const& tool) {
     return ParameterTraffic("kelo_runtime_tool_set_parameter", tool);
 }
 
+// The bytes of the object saved through the framework's archive with the options.
+template <class T>
+std::string Saved(std::shared_ptr<T> const& object,
+                  Tavrin::Vision::SerializerOptionsConstants options =
+                      Tavrin::Vision::SerializerOptionsConstants_None) {
+    std::stringstream stream;
+    Tavrin::Vision::VisionBinaryOutputArchive output(stream, options);
+    output(object);
+    return stream.str();
+}
+
+// An object loaded from the bytes through the framework's archive with the options.
+template <class T>
+std::shared_ptr<T> Loaded(std::string const& bytes,
+                          Tavrin::Vision::SerializerOptionsConstants options =
+                              Tavrin::Vision::SerializerOptionsConstants_None) {
+    std::stringstream stream(bytes);
+    Tavrin::Vision::VisionBinaryInputArchive input(stream, options);
+    std::shared_ptr<T> object;
+    input(object);
+    return object;
+}
+
 // Saves the object through the framework's archive and loads a copy of it.
 template <class T> std::shared_ptr<T> RoundTrip(std::shared_ptr<T> const& original) {
-    std::stringstream stream;
-    {
-        Tavrin::Vision::VisionBinaryOutputArchive output(
-            stream, Tavrin::Vision::SerializerOptionsConstants_None);
-        output(original);
-    }
-    std::shared_ptr<T> copy;
-    Tavrin::Vision::VisionBinaryInputArchive input(stream,
-                                                   Tavrin::Vision::SerializerOptionsConstants_None);
-    input(copy);
-    return copy;
+    return Loaded<T>(Saved(original));
 }
 
 } // namespace ToolTest
