@@ -53,6 +53,9 @@ std::shared_ptr<Record> MakeFeaturesRecord(std::shared_ptr<DLResult> result) {
 
 void AddResultImageRecords(DLResult const& result, Record& record) {
     for (auto const& marking : *result.ResultImage()->ResultMarking()) {
+        // A result loaded where its tool no longer exists can't name its images.
+        if (!marking->Tool())
+            continue;
         int index = 0;
         auto addGroup = [&](std::shared_ptr<DLResultResourceReadOnlyCollection> const& resources) {
             if (!HasItems(resources))

@@ -262,6 +262,27 @@ TEST_F(FactoryRecords, APreparedResultDrawsWhatTheEngineRunDraws) {
     EXPECT_EQ(GraphicTexts::Described(*Graphics(record)), drawn);
 }
 
+// A result loaded away from its tools can't name its resource images: the run record leaves
+// them out rather than fail.
+TEST_F(FactoryRecords, AResultLoadedWithoutItsToolsLeavesItsImagesOut) {
+    testkelo_set_result_document(PreparedDocument.c_str());
+    tool_->Run();
+    auto const red =
+        Factory::CreateDLHdmRedTool(nullptr, "red", "red-uuid", "red_sua", "", nullptr);
+    auto const resource = Factory::CreateDLResultResource(
+        "heat", "image", "uuid", CreateObject<Tavrin::Vision::Image8Grey>(4, 2), 1);
+    auto const view =
+        Factory::CreateDLResultView(nullptr, nullptr, nullptr, "", nullptr, nullptr, nullptr,
+                                    Factory::CreateDLResultResources(resource, resource, resource));
+    auto const marking = Factory::CreateDLResultMarking(red, "", "", 0, 0, 0, nullptr,
+                                                        Factory::CreateDLResultViews(view, view));
+    auto const result = Factory::CreateDLResult(
+        red, Factory::CreateDLResultImage(Factory::CreateDLResultMarkings(marking, marking)));
+
+    Factory::DLRuntimeToolResults(tool_, ToolTest::Loaded<DLResult>(ToolTest::Saved(result)));
+    EXPECT_EQ(LastRunRecord()->SubRecords()->Keys(), std::vector<std::string>{"InputImage"});
+}
+
 TEST_F(FactoryRecords, LookupsFindTheOpenWorkspacesAndTheirTools) {
     auto const clone = tool_->DeepLearningOperator()->Workspace();
     auto const master = Factory::DeepLearningAccessGetWorkspaceByName(clone->Name());
