@@ -26,9 +26,12 @@ rttr::type TypeNamed(std::string const& name) {
     return rttr::type::get_by_name(Namespace + name);
 }
 
-// What a host does with a value it knows nothing about: look at its dynamic class.
+// What a host does with a value it knows nothing about: look at the dynamic class of the object
+// the value holds, through the shared pointer.
 rttr::type ClassOf(rttr::variant const& object) {
-    return rttr::instance(object).get_derived_type();
+    rttr::instance const held(object);
+    rttr::instance const wrapped = held.get_wrapped_instance();
+    return (wrapped.is_valid() ? wrapped : held).get_derived_type();
 }
 
 rttr::variant Read(rttr::variant const& object, char const* property) {
@@ -200,8 +203,9 @@ TEST(ReflectionEnumerations, NamesInDeclaredOrderWithTheirValues) {
                   "Tavrin.Vision.DeepLearning");
         auto const subCategory = enumeration.get_metadata("TypeSubCategory");
         EXPECT_EQ(subCategory.is_valid(), c.subCategory.has_value()) << c.type;
-        if (c.subCategory)
+        if (c.subCategory) {
             EXPECT_EQ(subCategory.get_value<TypeSubCategory>(), *c.subCategory);
+        }
     }
     EXPECT_EQ(TypeNamed("DLResultFeatureMetricsType")
                   .get_enumeration()
@@ -244,27 +248,32 @@ TEST(ReflectionMetadata, ClassesCarryTheirKindHeaderAndLibrary) {
         EXPECT_EQ(type.get_metadata("LibraryExport").to_string(), "Tavrin.Vision.DeepLearning");
         auto const header = type.get_metadata("HeaderPath");
         EXPECT_EQ(header.is_valid(), c.headerPath != nullptr) << c.type;
-        if (c.headerPath)
+        if (c.headerPath) {
             EXPECT_EQ(header.to_string(), c.headerPath);
+        }
         auto const subCategory = type.get_metadata("TypeSubCategory");
         EXPECT_EQ(subCategory.is_valid(), c.subCategory.has_value()) << c.type;
-        if (c.subCategory)
+        if (c.subCategory) {
             EXPECT_EQ(subCategory.get_value<TypeSubCategory>(), *c.subCategory);
+        }
     }
 }
 
 TEST(ReflectionConverters, BasePointersReachTheRealClassAndItsBasesOnly) {
     auto const tool = ToolTest::MakeTool<DLFocusedModeRedToolRuntimeParams>();
-    rttr::variant const held(std::shared_ptr<Tavrin::Vision::ShareableBase>(tool));
+    rttr::variant const held{std::shared_ptr<Tavrin::Vision::ShareableBase>(tool)};
 
     bool ok = false;
     auto const same = held.convert<std::shared_ptr<DLFocusedModeRedToolRuntimeParams>>(&ok);
     EXPECT_TRUE(ok);
     EXPECT_EQ(same, tool);
-    EXPECT_EQ(tool.use_count(), 3);
+    EXPECT_EQ(tool.use_count(), 3); // shares ownership with the held pointer
     EXPECT_EQ(held.convert<DLToolRuntimeParamsPtr>(&ok), tool);
     EXPECT_TRUE(ok);
-    auto const asEvent = held.convert<std::shared_ptr<Tavrin::Vision::IChangedEvent>>(&ok);
+    // Converters pair a class with each of its bases, never two bases.
+    EXPECT_FALSE(held.can_convert<std::shared_ptr<Tavrin::Vision::IChangedEvent>>());
+    rttr::variant const own{tool};
+    auto const asEvent = own.convert<std::shared_ptr<Tavrin::Vision::IChangedEvent>>(&ok);
     EXPECT_TRUE(ok);
     EXPECT_EQ(asEvent.get(), static_cast<Tavrin::Vision::IChangedEvent*>(tool.get()));
 
@@ -273,7 +282,7 @@ TEST(ReflectionConverters, BasePointersReachTheRealClassAndItsBasesOnly) {
     EXPECT_FALSE(ok);
 
     ok = true;
-    rttr::variant const empty(std::shared_ptr<Tavrin::Vision::ShareableBase>{});
+    rttr::variant const empty{std::shared_ptr<Tavrin::Vision::ShareableBase>()};
     EXPECT_FALSE(empty.convert<std::shared_ptr<DLFocusedModeRedToolRuntimeParams>>(&ok));
     EXPECT_FALSE(ok);
 }
@@ -290,7 +299,7 @@ TEST(ReflectionCollections, FakePropertiesListItemsThroughTheInterfaceItem) {
     EXPECT_EQ((*properties)[1]->GetValue(*models).get_value<DLBlueModelPtr>(), second);
 
     bool ok = false;
-    rttr::variant const counted(std::shared_ptr<Tavrin::Brnt::ICountable>(models));
+    rttr::variant const counted{std::shared_ptr<Tavrin::Brnt::ICountable>(models)};
     EXPECT_EQ(counted.convert<std::shared_ptr<DLBlueModelReadOnlyCollection>>(&ok), models);
     EXPECT_TRUE(ok);
 
