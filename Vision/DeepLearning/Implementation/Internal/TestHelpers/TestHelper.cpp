@@ -437,7 +437,8 @@ RTTR_REGISTRATION {
     using namespace Tavrin::Vision::DeepLearning::Reflection;
     DeclareClass<TestHelper>(
         FullName("Implementation::Internal::TestHelpers::TestHelper"),
-        {ClassType::Class, "<Vision/DeepLearning/Implementation/Internal/TestHelpers/TestHelper>"})
+        {ClassType::Class, "<Vision/DeepLearning/Implementation/Internal/TestHelpers/TestHelper>",
+         std::nullopt})
         .method("CreateDLBlueFeature", &TestHelper::CreateDLBlueFeature)(
             rttr::parameter_names("id", "rectangle", "score", "covers"))
         .method("CreateDLBlueFeatures", &TestHelper::CreateDLBlueFeatures)(rttr::parameter_names(
