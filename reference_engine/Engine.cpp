@@ -66,8 +66,9 @@ private:
 
 void ListToolTree(Listing& listing, const std::vector<RunningTool>& tools) {
     for (const RunningTool& tool : tools) {
-        listing.Open("tool",
-                     {{"id", tool.spec.id}, {"uuid", tool.spec.uuid}, {"type", tool.spec.type}});
+        listing.Open("tool", {{"id", tool.definition.id},
+                              {"uuid", tool.definition.uuid},
+                              {"type", tool.definition.type}});
         ListToolTree(listing, tool.children);
         listing.Close();
     }
@@ -75,7 +76,7 @@ void ListToolTree(Listing& listing, const std::vector<RunningTool>& tools) {
 
 RunningTool* FindTool(std::vector<RunningTool>& tools, const std::string& id) {
     for (RunningTool& tool : tools) {
-        if (tool.spec.id == id)
+        if (tool.definition.id == id)
             return &tool;
         if (RunningTool* child = FindTool(tool.children, id))
             return child;
@@ -235,7 +236,7 @@ void Engine::ListTools(const char* workspaceId, const char* streamId, EngineBuff
 void Engine::ListModels(const char* workspaceId, const char* streamId, const char* toolId,
                         EngineBuffer* buffer) {
     Listing listing("models");
-    for (const Model& model : Tool(workspaceId, streamId, toolId).spec.models) {
+    for (const Model& model : Tool(workspaceId, streamId, toolId).definition.models) {
         listing.Open("model", {{"id", model.id}, {"type", model.type}});
         listing.Close();
     }
@@ -247,7 +248,7 @@ void Engine::GetParameter(const char* workspaceId, const char* streamId, const c
     RunningTool& tool = Tool(workspaceId, streamId, toolId);
     const auto found = tool.values.find(TextOf(path, "the parameter path"));
     if (found == tool.values.end())
-        NotFound("tool '" + tool.spec.id + "' has no parameter '" + path + "'");
+        NotFound("tool '" + tool.definition.id + "' has no parameter '" + path + "'");
     Write(buffer, found->second);
 }
 
@@ -256,10 +257,10 @@ void Engine::SetParameter(const char* workspaceId, const char* streamId, const c
     RunningTool& tool = Tool(workspaceId, streamId, toolId);
     const std::string key = TextOf(path, "the parameter path");
     const std::string text = TextOf(value, "the parameter value");
-    const ParameterSpec* spec = FindParameterSpec(tool.spec, key);
-    if (!spec)
-        NotFound("tool '" + tool.spec.id + "' has no parameter '" + key + "'");
-    CheckParameter(*spec, key, text);
+    const ParameterRule* rule = FindParameterRule(tool.definition, key);
+    if (!rule)
+        NotFound("tool '" + tool.definition.id + "' has no parameter '" + key + "'");
+    CheckParameter(*rule, key, text);
     tool.values[key] = text;
 }
 
@@ -339,7 +340,7 @@ void Engine::ProcessSample(const char* workspaceId, const char* streamId, const 
     Sample& sample = *FindSample(workspaceId, streamId, sampleId);
     if (sample.image.empty())
         Refuse("sample '" + sample.id + "' has no image");
-    sample.result = Inspect(Stream(workspaceId, streamId).tools, sample.image);
+    sample.result = Analyse(Stream(workspaceId, streamId).tools, sample.image);
 }
 
 void Engine::GetSample(const char* workspaceId, const char* streamId, const char* sampleId,

@@ -11,8 +11,8 @@
 
 #include <opencv2/core.hpp>
 
+#include "Analysis.h"
 #include "Failure.h"
-#include "Inspection.h"
 #include "engine/EngineRecords.h"
 
 namespace KeloReference {
@@ -37,7 +37,7 @@ struct Sample {
     std::string streamId;
     std::string id;
     cv::Mat image; // the engine's own copy, taken when the image is added
-    std::optional<Inspection> result;
+    std::optional<Analysis> result;
 };
 
 // An image record handed out by kelo_init_image: the planes a colour image was made of, or the

@@ -80,13 +80,13 @@ void WriteDigitsExample(const std::string& digitsSheet, const std::string& folde
                         const ExampleCounts& counts) {
     const DigitSheet sheet(digitsSheet);
     const fs::path training = fs::path(folder) / "training";
-    const fs::path inspect = fs::path(folder) / "inspect";
+    const fs::path unseen = fs::path(folder) / "unseen";
     for (int digit = 0; digit < 10; ++digit) {
         for (int index = 0; index < counts.greenPerClass; ++index)
             Write(training / "green" / std::to_string(digit) / Numbered(index),
                   sheet.Digit(digit, index));
-        for (int index = 0; index < counts.inspectPerKind / 10 + 1; ++index)
-            Write(inspect / "green" / (std::to_string(digit) + "_" + Numbered(index)),
+        for (int index = 0; index < counts.unseenPerKind / 10 + 1; ++index)
+            Write(unseen / "green" / (std::to_string(digit) + "_" + Numbered(index)),
                   sheet.Digit(digit, HeldOutStart + index));
     }
     for (int index = 0; index < counts.redGood; ++index)
@@ -94,15 +94,15 @@ void WriteDigitsExample(const std::string& digitsSheet, const std::string& folde
     for (int index = 0; index < counts.redBad; ++index)
         Write(training / "red" / "bad" / Numbered(index),
               sheet.Digit(OtherDigit(index), 100 + index));
-    for (int index = 0; index < counts.inspectPerKind; ++index) {
-        Write(inspect / "red" / ("good_" + Numbered(index)),
+    for (int index = 0; index < counts.unseenPerKind; ++index) {
+        Write(unseen / "red" / ("good_" + Numbered(index)),
               sheet.Digit(GoodDigit, HeldOutStart + 50 + index));
-        Write(inspect / "red" / ("bad_" + Numbered(index)),
+        Write(unseen / "red" / ("bad_" + Numbered(index)),
               sheet.Digit(OtherDigit(index), HeldOutStart + 50 + index));
     }
     std::mt19937 random(61);
     WriteRows(sheet, training / "blue", counts.blueRows, 200, random);
-    WriteRows(sheet, inspect / "blue", counts.inspectPerKind, HeldOutStart, random);
+    WriteRows(sheet, unseen / "blue", counts.unseenPerKind, HeldOutStart, random);
 }
 
 } // namespace KeloReference

@@ -8,7 +8,7 @@
 
 #include "Workspace.h"
 
-// The classical methods of the engine, shared by training and inspection.
+// The classical methods of the engine, shared by training and analysis.
 namespace KeloReference {
 
 // Any input image as 8-bit grey: colour is averaged by luminance, 16 bits are scaled down.

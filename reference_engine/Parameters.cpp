@@ -10,45 +10,45 @@
 namespace KeloReference {
 namespace {
 
-using Specs = std::vector<ParameterSpec>;
+using Rules = std::vector<ParameterRule>;
 
-const Specs FocusedRed = {
+const Rules FocusedRed = {
     {Role::SamplingDensity, "processing/sampling_density", Kind::Density, "1"},
     {Role::Thresholds, "post_processing/red/threshold", Kind::Pair, "[0.3,0.6]"},
     {Role::RegionFilter, "post_processing/red/region_filter", Kind::RegionFilter, ""},
     {Role::Iterations, "processing/red/sampling_iterations", Kind::Count, "0"}};
-const Specs QuickRed = {
+const Rules QuickRed = {
     {Role::Thresholds, "post_process_parameters/red/threshold", Kind::Pair, "[0.3,0.6]"},
     {Role::RegionFilter, "post_process_parameters/red/region_filter", Kind::RegionFilter, ""}};
-const Specs HdmRed = {
+const Rules HdmRed = {
     QuickRed[0],
     QuickRed[1],
     {Role::DownsamplingSize, "runtime_parameters/max_downsampling_size", Kind::Integer, "0"}};
-const Specs FocusedGreen = {
+const Rules FocusedGreen = {
     {Role::SamplingDensity, "processing/sampling_density", Kind::Density, "1"},
     {Role::Threshold, "post_processing/green/threshold", Kind::Unit, "0.2"}};
-const Specs HdmGreen = {
+const Rules HdmGreen = {
     {Role::Threshold, "post_process_parameters/green/threshold", Kind::Unit, "0.2"},
     {Role::Heatmap, "runtime_parameters/heat_map_on", Kind::Flag, "false"}};
-const Specs BlueRead = {
+const Rules BlueRead = {
     {Role::Threshold, "processing/blue/threshold", Kind::Unit, "0.3"},
     {Role::FeatureFilter, "post_processing/blue/feature_filter", Kind::Names, ""},
     {Role::Precision, "processing/blue/precision", Kind::Unit, "0.5"},
     {Role::FeatureSize, "sampling/feature_size", Kind::Size, "0x0"}};
-const Specs Blue = {{Role::SamplingDensity, "processing/sampling_density", Kind::Density, "1"},
+const Rules Blue = {{Role::SamplingDensity, "processing/sampling_density", Kind::Density, "1"},
                     BlueRead[0],
                     BlueRead[1],
                     BlueRead[2],
                     BlueRead[3]};
 
-const std::map<std::string, const Specs*> ToolTypes = {
+const std::map<std::string, const Rules*> ToolTypes = {
     {"red", &FocusedRed},     {"red_sua", &HdmRed},     {"red_quick", &QuickRed},
     {"green", &FocusedGreen}, {"green_sua", &HdmGreen}, {"green_quick", &HdmGreen},
     {"blue", &Blue},          {"blue_read", &BlueRead}};
 
-const ParameterSpec Enabled{Role::Enabled, "enabled", Kind::Flag, "true"};
-const ParameterSpec ModelThreshold{Role::Threshold, "threshold", Kind::Unit, "0.3"};
-const std::map<std::string, Specs> ModelTypes = {
+const ParameterRule Enabled{Role::Enabled, "enabled", Kind::Flag, "true"};
+const ParameterRule ModelThreshold{Role::Threshold, "threshold", Kind::Unit, "0.3"};
+const std::map<std::string, Rules> ModelTypes = {
     {"layout", {Enabled}},
     {"node", {Enabled, ModelThreshold, {Role::Occurrences, "occurrences", Kind::Integer, "1"}}},
     {"string",
@@ -137,14 +137,14 @@ const Model* FindModel(const Tool& tool, const std::string& id) {
 
 } // namespace
 
-const std::vector<ParameterSpec>& ToolParameterSpecs(const std::string& toolType) {
+const std::vector<ParameterRule>& ToolParameterRules(const std::string& toolType) {
     const auto found = ToolTypes.find(toolType);
     if (found == ToolTypes.end())
         Refuse("'" + toolType + "' is no tool type");
     return *found->second;
 }
 
-const std::vector<ParameterSpec>& ModelParameterSpecs(const std::string& modelType) {
+const std::vector<ParameterRule>& ModelParameterRules(const std::string& modelType) {
     const auto found = ModelTypes.find(modelType);
     if (found == ModelTypes.end())
         Refuse("'" + modelType + "' is no model type");
@@ -155,10 +155,10 @@ std::string ModelPath(const std::string& modelId, const std::string& key) {
     return ModelsPrefix + modelId + "/" + key;
 }
 
-const ParameterSpec* FindParameterSpec(const Tool& tool, const std::string& path) {
-    for (const ParameterSpec& spec : ToolParameterSpecs(tool.type))
-        if (path == spec.path)
-            return &spec;
+const ParameterRule* FindParameterRule(const Tool& tool, const std::string& path) {
+    for (const ParameterRule& rule : ToolParameterRules(tool.type))
+        if (path == rule.path)
+            return &rule;
     if (path.rfind(ModelsPrefix, 0) != 0)
         return nullptr;
     // Model ids may not hold a slash, so the id ends at the first one after the prefix.
@@ -169,15 +169,15 @@ const ParameterSpec* FindParameterSpec(const Tool& tool, const std::string& path
     const Model* model = FindModel(tool, path.substr(idStart, idEnd - idStart));
     if (!model)
         return nullptr;
-    for (const ParameterSpec& spec : ModelParameterSpecs(model->type))
-        if (path.compare(idEnd + 1, std::string::npos, spec.path) == 0)
-            return &spec;
+    for (const ParameterRule& rule : ModelParameterRules(model->type))
+        if (path.compare(idEnd + 1, std::string::npos, rule.path) == 0)
+            return &rule;
     return nullptr;
 }
 
-void CheckParameter(const ParameterSpec& spec, const std::string& path, const std::string& text) {
+void CheckParameter(const ParameterRule& rule, const std::string& path, const std::string& text) {
     try {
-        CheckKind(spec.kind, text);
+        CheckKind(rule.kind, text);
     } catch (const Failure& failure) {
         Refuse("parameter '" + path + "': " + failure.what());
     }
@@ -185,23 +185,23 @@ void CheckParameter(const ParameterSpec& spec, const std::string& path, const st
 
 Parameters CompleteParameters(const Tool& tool) {
     Parameters complete;
-    for (const ParameterSpec& spec : ToolParameterSpecs(tool.type))
-        complete[spec.path] = spec.fallback;
+    for (const ParameterRule& rule : ToolParameterRules(tool.type))
+        complete[rule.path] = rule.fallback;
     for (const Model& model : tool.models) {
         if (model.id.empty() || model.id.find('/') != std::string::npos)
             Refuse("model id '" + model.id + "' is empty or holds a slash");
-        for (const ParameterSpec& spec : ModelParameterSpecs(model.type))
-            complete[ModelPath(model.id, spec.path)] = spec.fallback;
+        for (const ParameterRule& rule : ModelParameterRules(model.type))
+            complete[ModelPath(model.id, rule.path)] = rule.fallback;
         for (const auto& [key, value] : model.parameters)
             complete[ModelPath(model.id, key)] = value;
     }
     for (const auto& [path, value] : tool.parameters)
         complete[path] = value;
     for (const auto& [path, value] : complete) {
-        const ParameterSpec* spec = FindParameterSpec(tool, path);
-        if (!spec)
+        const ParameterRule* rule = FindParameterRule(tool, path);
+        if (!rule)
             Refuse("tool '" + tool.id + "' has no parameter '" + path + "'");
-        CheckParameter(*spec, path, value);
+        CheckParameter(*rule, path, value);
     }
     return complete;
 }
@@ -272,23 +272,23 @@ std::vector<RegionCondition> ParseRegionFilter(const std::string& text) {
     return conditions;
 }
 
-ParameterReader::ParameterReader(const std::vector<ParameterSpec>& specs, const Parameters& values,
+ParameterReader::ParameterReader(const std::vector<ParameterRule>& rules, const Parameters& values,
                                  std::string prefix)
-    : specs_(specs)
+    : rules_(rules)
     , values_(values)
     , prefix_(std::move(prefix)) {}
 
 bool ParameterReader::Has(Role role) const {
-    for (const ParameterSpec& spec : specs_)
-        if (spec.role == role)
+    for (const ParameterRule& rule : rules_)
+        if (rule.role == role)
             return true;
     return false;
 }
 
 const std::string& ParameterReader::Text(Role role) const {
-    for (const ParameterSpec& spec : specs_)
-        if (spec.role == role)
-            return values_.at(prefix_ + spec.path);
+    for (const ParameterRule& rule : rules_)
+        if (rule.role == role)
+            return values_.at(prefix_ + rule.path);
     throw Failure(StatusComputeFailure, "the tool type has no such parameter");
 }
 

@@ -31,7 +31,7 @@ enum class Role {
 // The text forms a parameter accepts; a set with another text is refused.
 enum class Kind { Density, Unit, Pair, Count, Integer, Flag, RegionFilter, Names, Size, Regex };
 
-struct ParameterSpec {
+struct ParameterRule {
     Role role;
     const char* path; // relative to "models/<id>/" for model parameters
     Kind kind;
@@ -39,14 +39,14 @@ struct ParameterSpec {
 };
 
 // The parameters of a tool type and of a blue model type; an unknown type is refused.
-const std::vector<ParameterSpec>& ToolParameterSpecs(const std::string& toolType);
-const std::vector<ParameterSpec>& ModelParameterSpecs(const std::string& modelType);
+const std::vector<ParameterRule>& ToolParameterRules(const std::string& toolType);
+const std::vector<ParameterRule>& ModelParameterRules(const std::string& modelType);
 
-// The spec of a path of the tool, model paths included, or null.
-const ParameterSpec* FindParameterSpec(const Tool& tool, const std::string& path);
+// The rule of a path of the tool, model paths included, or null.
+const ParameterRule* FindParameterRule(const Tool& tool, const std::string& path);
 
 // Refuses a text that the kind does not accept, naming the path.
-void CheckParameter(const ParameterSpec& spec, const std::string& path, const std::string& text);
+void CheckParameter(const ParameterRule& rule, const std::string& path, const std::string& text);
 
 // Every parameter of the tool and its models by full path: the fallbacks, replaced by the
 // values that the workspace file gives, each checked. Unknown paths in the file are refused.
@@ -72,7 +72,7 @@ std::vector<RegionCondition> ParseRegionFilter(const std::string& text);
 // Typed reads of one tool's (or one model's) parameters by role.
 class ParameterReader {
 public:
-    ParameterReader(const std::vector<ParameterSpec>& specs, const Parameters& values,
+    ParameterReader(const std::vector<ParameterRule>& rules, const Parameters& values,
                     std::string prefix = "");
 
     bool Has(Role role) const;
@@ -82,7 +82,7 @@ public:
     bool Flag(Role role) const { return Text(role) == "true"; }
 
 private:
-    const std::vector<ParameterSpec>& specs_;
+    const std::vector<ParameterRule>& rules_;
     const Parameters& values_;
     std::string prefix_;
 };

@@ -52,14 +52,14 @@ Tool NewTool(const char* id, const std::string& type) {
     tool.id = id;
     tool.uuid = NewUuid();
     tool.type = type;
-    ToolParameterSpecs(type); // refuses an unknown type
+    ToolParameterRules(type); // refuses an unknown type
     return tool;
 }
 
 std::string PathOf(const std::string& type, Role role) {
-    for (const ParameterSpec& spec : ToolParameterSpecs(type))
-        if (spec.role == role)
-            return spec.path;
+    for (const ParameterRule& rule : ToolParameterRules(type))
+        if (rule.role == role)
+            return rule.path;
     return {};
 }
 

@@ -237,15 +237,23 @@ std::string UtcNow() {
     return text;
 }
 
+// A version 4 UUID: random hex digits in groups of 8-4-4-4-12, the version nibble 4 and the
+// variant nibble one of 8 to b.
 std::string NewUuid() {
     thread_local std::mt19937_64 generator{std::random_device{}()};
     std::uniform_int_distribution<unsigned> digit(0, 15);
-    std::string text = "xxxxxxxx-xxxx-4xxx-yxxx-xxxxxxxxxxxx";
-    for (char& c : text) {
-        if (c == 'x' || c == 'y') {
-            const unsigned value = c == 'x' ? digit(generator) : 8 + digit(generator) % 4;
-            c = "0123456789abcdef"[value];
-        }
+    constexpr char Hex[] = "0123456789abcdef";
+    constexpr int GroupEnds[] = {8, 12, 16, 20, 32};
+    std::string text;
+    for (int index = 0, group = 0; index < 32; ++index) {
+        unsigned value = digit(generator);
+        if (index == 12)
+            value = 4;
+        else if (index == 16)
+            value = 8 + value % 4;
+        text += Hex[value];
+        if (index + 1 == GroupEnds[group] && ++group < 5)
+            text += '-';
     }
     return text;
 }

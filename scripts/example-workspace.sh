@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the reference engine and its commands, cuts the example images out of OpenCV's sheet of
 # handwritten digits (Debian's opencv-doc) and trains the example workspace from them.
-# Prints where the engine, the workspace and the images held out for inspection are.
+# Prints where the engine, the workspace and the images held out for analysis are.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build="${TAVRIN_BUILD_DIR:-$root/build/release}"
@@ -16,4 +16,4 @@ rm -rf "$example"
 "$build/reference_engine/kelo_train" "$example/training" "$example/digits.yml"
 echo "engine:    $build/reference_engine/engine/libkelo_61.so"
 echo "workspace: $example/digits.yml"
-echo "inspect:   $example/inspect/{red,green,blue}"
+echo "unseen:   $example/unseen/{red,green,blue}"

@@ -26,7 +26,7 @@ struct ScratchFolder {
 };
 
 // The example workspace, trained once per process from the digits sheet: training images and
-// images held out for inspection under folder, the workspace file beside them. allTypes holds its
+// images held out for analysis under folder, the workspace file beside them. allTypes holds its
 // streams and, trained from the same images, "anomaly2" (red_sua), "classify2" (green_sua) and
 // "read2" (blue).
 struct Example {
@@ -34,11 +34,11 @@ struct Example {
     std::string workspace;
     std::string allTypes;
 
-    std::filesystem::path Inspect(const std::string& kind, const std::string& file) const {
-        return folder / "inspect" / kind / file;
+    std::filesystem::path Analyse(const std::string& kind, const std::string& file) const {
+        return folder / "unseen" / kind / file;
     }
     cv::Mat Grey(const std::string& kind, const std::string& file) const {
-        return cv::imread(Inspect(kind, file).string(), cv::IMREAD_GRAYSCALE);
+        return cv::imread(Analyse(kind, file).string(), cv::IMREAD_GRAYSCALE);
     }
 };
 

@@ -151,7 +151,7 @@ TEST(Training, CalibratesTheRedThresholdsBetweenGoodAndBadImages) {
 TEST(Training, RefusesFoldersWithoutUsableImages) {
     const fs::path empty = WorkFile("empty-training");
     fs::create_directories(empty / "blue");
-    fs::copy_file(TrainedExample().Inspect("green", "7_0000.png"), empty / "blue" / "12_0.png",
+    fs::copy_file(TrainedExample().Analyse("green", "7_0000.png"), empty / "blue" / "12_0.png",
                   fs::copy_options::overwrite_existing);
     EXPECT_EQ(Refusal([&] { TrainWorkspace(WorkFile("nothing").string(), {}); }),
               "'" + WorkFile("nothing").string() +

@@ -1,4 +1,4 @@
-#include "Inspection.h"
+#include "Analysis.h"
 
 #include "Failure.h"
 #include "Parameters.h"
@@ -57,14 +57,16 @@ private:
     XMLElement* element_;
 };
 
-// What one tool's inspection reads and where it writes.
+// What one tool's analysis reads and where it writes.
 struct Context {
     RunningTool& tool;
     const cv::Mat& grey;
     const Node& view;
     std::vector<ResourceImage>& resources;
 
-    ParameterReader Reader() const { return {ToolParameterSpecs(tool.spec.type), tool.values}; }
+    ParameterReader Reader() const {
+        return {ToolParameterRules(tool.definition.type), tool.values};
+    }
 
     double RealOr(Role role, double fallback) const {
         const ParameterReader reader = Reader();
@@ -73,7 +75,8 @@ struct Context {
 
     const NearestNeighbours& Classifier(double density) const {
         if (!tool.classifier || tool.classifier->Density() != density)
-            tool.classifier = std::make_unique<NearestNeighbours>(tool.spec.classifier, density);
+            tool.classifier =
+                std::make_unique<NearestNeighbours>(tool.definition.classifier, density);
         return *tool.classifier;
     }
 
@@ -146,9 +149,9 @@ std::vector<Region> AnomalyRegions(const cv::Mat& scores, double lower, double u
     return regions;
 }
 
-void InspectRed(Context& context) {
+void AnalyseRed(Context& context) {
     const ParameterReader reader = context.Reader();
-    const AnomalyModel& model = context.tool.spec.anomaly;
+    const AnomalyModel& model = context.tool.definition.anomaly;
     double scale = context.RealOr(Role::SamplingDensity, 1);
     if (reader.Has(Role::DownsamplingSize) && reader.Integer(Role::DownsamplingSize) > 0)
         scale =
@@ -220,9 +223,9 @@ cv::Mat OcclusionMap(const NearestNeighbours& classifier, const cv::Mat& sample,
     return map;
 }
 
-void InspectGreen(Context& context) {
+void AnalyseGreen(Context& context) {
     const ParameterReader reader = context.Reader();
-    const Classifier& trained = context.tool.spec.classifier;
+    const Classifier& trained = context.tool.definition.classifier;
     const NearestNeighbours& classifier =
         context.Classifier(context.RealOr(Role::SamplingDensity, 1));
     const cv::Mat sample = WholeSample(context.grey, trained.sampleSize);
@@ -265,7 +268,7 @@ std::vector<Feature> LocateFeatures(Context& context) {
     const cv::Size2d featureSize = ParseSize(reader.Text(Role::FeatureSize));
     const std::vector<std::string> kept = ParseNames(reader.Text(Role::FeatureFilter));
     const double threshold = reader.Real(Role::Threshold);
-    const Classifier& trained = context.tool.spec.classifier;
+    const Classifier& trained = context.tool.definition.classifier;
     const NearestNeighbours& classifier = context.Classifier(1);
 
     std::vector<Feature> features;
@@ -407,10 +410,10 @@ void MatchModel(const Node& blue, const Model& model, const ParameterReader& rea
     }
 }
 
-void InspectBlue(Context& context) {
+void AnalyseBlue(Context& context) {
     const std::vector<Feature> features = LocateFeatures(context);
     const Node blue =
-        context.view.Add(context.tool.spec.type == "blue_read" ? "blue_read" : "blue");
+        context.view.Add(context.tool.definition.type == "blue_read" ? "blue_read" : "blue");
     blue.Set("oriented", "false")
         .Set("scaled", "false")
         .Set("aspected", "false")
@@ -425,24 +428,24 @@ void InspectBlue(Context& context) {
             .Set("score", feature.score)
             .Set("covers", feature.name);
     }
-    for (const Model& model : context.tool.spec.models) {
-        const ParameterReader reader(ModelParameterSpecs(model.type), context.tool.values,
+    for (const Model& model : context.tool.definition.models) {
+        const ParameterReader reader(ModelParameterRules(model.type), context.tool.values,
                                      ModelPath(model.id, ""));
         if (reader.Flag(Role::Enabled))
             MatchModel(blue, model, reader, features);
     }
 }
 
-void InspectTool(RunningTool& tool, const cv::Mat& image, const cv::Mat& grey, const Node& root,
+void AnalyseTool(RunningTool& tool, const cv::Mat& image, const cv::Mat& grey, const Node& root,
                  std::vector<ResourceImage>& resources) {
-    using Inspector = void (*)(Context&);
-    static const std::map<std::string, Inspector> inspectors = {
-        {"red", InspectRed},     {"red_sua", InspectRed},     {"red_quick", InspectRed},
-        {"green", InspectGreen}, {"green_sua", InspectGreen}, {"green_quick", InspectGreen},
-        {"blue", InspectBlue},   {"blue_read", InspectBlue}};
+    using Analyser = void (*)(Context&);
+    static const std::map<std::string, Analyser> analysers = {
+        {"red", AnalyseRed},     {"red_sua", AnalyseRed},     {"red_quick", AnalyseRed},
+        {"green", AnalyseGreen}, {"green_sua", AnalyseGreen}, {"green_quick", AnalyseGreen},
+        {"blue", AnalyseBlue},   {"blue_read", AnalyseBlue}};
     const Clock::time_point start = Clock::now();
     const Node marking = root.Add("marking");
-    marking.Set("tool_uuid", tool.spec.uuid);
+    marking.Set("tool_uuid", tool.definition.uuid);
     marking.Add("image_info")
         .Set("size", std::to_string(image.cols) + "x" + std::to_string(image.rows))
         .Set("channels", image.channels())
@@ -454,7 +457,7 @@ void InspectTool(RunningTool& tool, const cv::Mat& image, const cv::Mat& grey, c
         .Set("group", "");
     Context context{tool, grey, view, resources};
     const Clock::time_point setUp = Clock::now();
-    inspectors.at(tool.spec.type)(context);
+    analysers.at(tool.definition.type)(context);
     const Clock::time_point end = Clock::now();
     // The methods write their answer as they go, so their time is all processing; what comes
     // before them is the marking's own setting up.
@@ -464,36 +467,36 @@ void InspectTool(RunningTool& tool, const cv::Mat& image, const cv::Mat& grey, c
         .Set("processed", UtcNow())
         .Set("processed_device", "cpu");
     for (RunningTool& child : tool.children)
-        InspectTool(child, image, grey, root, resources);
+        AnalyseTool(child, image, grey, root, resources);
 }
 
 } // namespace
 
 RunningTool::RunningTool(Tool tool)
-    : spec(std::move(tool))
-    , values(CompleteParameters(spec)) {
-    for (const Tool& child : spec.children)
+    : definition(std::move(tool))
+    , values(CompleteParameters(definition)) {
+    for (const Tool& child : definition.children)
         children.emplace_back(child);
-    const bool red = spec.type.rfind("red", 0) == 0;
-    if (red ? spec.anomaly.mean.empty() : spec.classifier.samples.empty())
-        Refuse("tool '" + spec.id + "' holds no trained data");
+    const bool red = definition.type.rfind("red", 0) == 0;
+    if (red ? definition.anomaly.mean.empty() : definition.classifier.samples.empty())
+        Refuse("tool '" + definition.id + "' holds no trained data");
 }
 
-Inspection Inspect(std::vector<RunningTool>& tools, const cv::Mat& image) {
+Analysis Analyse(std::vector<RunningTool>& tools, const cv::Mat& image) {
     tinyxml2::XMLDocument document;
     XMLElement* rootElement = document.NewElement("result");
     document.InsertEndChild(rootElement);
     const Node root(rootElement);
-    root.Add("tool").Set("uuid", tools.empty() ? std::string() : tools.front().spec.uuid);
+    root.Add("tool").Set("uuid", tools.empty() ? std::string() : tools.front().definition.uuid);
     const Node image_ = root.Add("image");
     const cv::Mat grey = ToGrey8(image);
-    Inspection inspection;
+    Analysis analysis;
     for (RunningTool& tool : tools)
-        InspectTool(tool, image, grey, image_, inspection.resources);
+        AnalyseTool(tool, image, grey, image_, analysis.resources);
     tinyxml2::XMLPrinter printer(nullptr, true);
     document.Print(&printer);
-    inspection.document = printer.CStr();
-    return inspection;
+    analysis.document = printer.CStr();
+    return analysis;
 }
 
 } // namespace KeloReference

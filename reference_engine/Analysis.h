@@ -16,7 +16,7 @@ namespace KeloReference {
 struct RunningTool {
     explicit RunningTool(Tool tool);
 
-    Tool spec;
+    Tool definition;
     Parameters values;
     std::unique_ptr<NearestNeighbours> classifier;
     std::vector<RunningTool> children;
@@ -28,13 +28,13 @@ struct ResourceImage {
     cv::Mat pixels;
 };
 
-struct Inspection {
+struct Analysis {
     std::string document;
     std::vector<ResourceImage> resources;
 };
 
 // Runs each tool of a stream, children after their parent, on one image and writes the result
 // document: one marking per tool with one view over the whole image.
-Inspection Inspect(std::vector<RunningTool>& tools, const cv::Mat& image);
+Analysis Analyse(std::vector<RunningTool>& tools, const cv::Mat& image);
 
 } // namespace KeloReference
