@@ -5,6 +5,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <Vision/Core/Ellipse.h>
@@ -67,8 +68,13 @@ ShowFlags ReadShowFlags(DLToolRuntimeParams const& tool, bool isRead) {
 class ViewSpace {
 public:
     explicit ViewSpace(DLResultView const& view)
-        : pose_(*view.Pose()) {}
+        : pose_(*view.Pose())
+        , keepsAngles_(pose_.A() == pose_.D() && pose_.B() == -pose_.C() &&
+                       (pose_.A() != 0 || pose_.B() != 0)) {}
     Transform2DLinear const& Pose() const { return pose_; }
+    // A turn with a uniform scale, the usual pose of a view: it maps a shape's inscribed
+    // ellipse onto the inscribed ellipse of the shape's image.
+    bool KeepsAngles() const { return keepsAngles_; }
     Transform2DLinear const& Inverse() {
         if (!inverse_)
             inverse_ = pose_.Invert();
@@ -77,6 +83,7 @@ public:
 
 private:
     Transform2DLinear const& pose_;
+    bool keepsAngles_;
     std::shared_ptr<Transform2DLinear> inverse_;
 };
 
@@ -110,9 +117,8 @@ double Length(Point vector) {
     return std::hypot(vector.x, vector.y);
 }
 
-// A feature's corners as its view sees them. The inverse pose is linear, so mapping the
-// corners is exact, and no shape needs to be built for it.
-struct ViewCorners {
+// A feature's corners, in the image or as its view sees them.
+struct Corners {
     Point origin;
     Point x;
     Point y;
@@ -125,12 +131,29 @@ struct ViewCorners {
     Point SideY() const { return y - origin; }
 };
 
-ViewCorners CornersInView(ViewSpace& view, RectangleAffine const& rectangle) {
+Corners CornersOf(RectangleAffine const& rectangle) {
+    return {{rectangle.CornerOriginX(), rectangle.CornerOriginY()},
+            {rectangle.CornerXX(), rectangle.CornerXY()},
+            {rectangle.CornerYX(), rectangle.CornerYY()},
+            {rectangle.CornerOppositeX(), rectangle.CornerOppositeY()}};
+}
+
+// The inverse pose is linear, so mapping the corners is exact, and no shape needs to be built.
+Corners CornersInView(ViewSpace& view, Corners const& image) {
     Transform2DLinear const& inverse = view.Inverse();
-    return {Mapped(inverse, rectangle.CornerOriginX(), rectangle.CornerOriginY()),
-            Mapped(inverse, rectangle.CornerXX(), rectangle.CornerXY()),
-            Mapped(inverse, rectangle.CornerYX(), rectangle.CornerYY()),
-            Mapped(inverse, rectangle.CornerOppositeX(), rectangle.CornerOppositeY())};
+    return {Mapped(inverse, image.origin.x, image.origin.y), Mapped(inverse, image.x.x, image.x.y),
+            Mapped(inverse, image.y.x, image.y.y),
+            Mapped(inverse, image.opposite.x, image.opposite.y)};
+}
+
+// The radius X lies along side X as it points, so a negative length turns it half round.
+Vision::Implementation::EllipseGeometry InscribedEllipse(RectangleAffine const& rectangle,
+                                                         Corners const& image) {
+    double const turn = rectangle.SideXLength() < 0 ? M_PI : 0.0;
+    Point const center = image.Center();
+    return {center.x, center.y, std::fabs(rectangle.SideXLength()) * Half,
+            std::fabs(rectangle.SideYLength()) * Half,
+            Vision::Implementation::NormalizeAngle(rectangle.Rotation() + turn)};
 }
 
 template <class Match>
@@ -176,9 +199,8 @@ std::shared_ptr<LineSegment> MakeCornerSegment(Transform2DLinear const& pose, Po
 
 // Brackets are built upright in the view, where the arms have their lengths, and then mapped
 // back into the image.
-void AddFeatureCorners(GraphicCollection& graphics, ViewSpace& view,
-                       RectangleAffine const& rectangle, bool isRead) {
-    auto const [o, x, y, p] = CornersInView(view, rectangle);
+void AddFeatureCorners(GraphicList& graphics, ViewSpace& view, Corners const& image, bool isRead) {
+    auto const [o, x, y, p] = CornersInView(view, image);
     Point const dx = Arm(o, x, isRead ? ReadBracketArmX : BracketArm);
     Point const dy = Arm(o, y, isRead ? ReadBracketArmY : BracketArm);
     // Arrows at the origin corner show a plain tool's feature direction.
@@ -202,28 +224,37 @@ void AddFeatureCorners(GraphicCollection& graphics, ViewSpace& view,
 }
 
 // The ellipse is inscribed in the feature as the view sees it, then mapped into the image.
-void AddFeatureEllipse(GraphicCollection& graphics, ViewSpace& view,
-                       RectangleAffine const& rectangle) {
-    ViewCorners const local = CornersInView(view, rectangle);
+Vision::Implementation::EllipseGeometry
+FeatureEllipse(ViewSpace& view, RectangleAffine const& rectangle, Corners const& image) {
+    if (view.KeepsAngles())
+        return InscribedEllipse(rectangle, image);
+    Corners const local = CornersInView(view, image);
     Point const center = local.Center();
     Point const sideX = local.SideX();
-    Vision::Implementation::EllipseGeometry const inscribed{center.x, center.y, Length(sideX) * Half,
-                                                    Length(local.SideY()) * Half,
-                                                    std::atan2(sideX.y, sideX.x)};
-    auto const mapped = Vision::Implementation::MapEllipse(inscribed, view.Pose()).geometry;
-    auto ellipse = Brnt::CreateObject<Ellipse>();
-    ellipse->SetCenterXYRadiusXYRotation(mapped.centerX, mapped.centerY, mapped.radiusX,
-                                         mapped.radiusY, mapped.rotation);
-    AddStyled(graphics, ellipse, Palette::Blue);
+    Vision::Implementation::EllipseGeometry const inscribed{
+        center.x, center.y, Length(sideX) * Half, Length(local.SideY()) * Half,
+        std::atan2(sideX.y, sideX.x)};
+    return Vision::Implementation::MapEllipse(inscribed, view.Pose()).geometry;
 }
 
-void AddFeatureMarker(GraphicCollection& graphics, RectangleAffine const& rectangle) {
+void AddFeatureEllipse(GraphicList& graphics, ViewSpace& view, RectangleAffine const& rectangle,
+                       Corners const& image) {
+    auto const geometry = FeatureEllipse(view, rectangle, image);
+    auto ellipse = Brnt::CreateObject<Ellipse>();
+    ellipse->SetCenterXYRadiusXYRotation(geometry.centerX, geometry.centerY, geometry.radiusX,
+                                         geometry.radiusY, geometry.rotation);
+    AddStyled(graphics, std::move(ellipse), Palette::Blue);
+}
+
+void AddFeatureMarker(GraphicList& graphics, RectangleAffine const& rectangle,
+                      Corners const& image) {
+    Point const center = image.Center();
     auto marker = Brnt::CreateObject<PointMarker>();
-    marker->setX(rectangle.CenterX());
-    marker->setY(rectangle.CenterY());
+    marker->setX(center.x);
+    marker->setY(center.y);
     marker->setSizeInScreenPixels(FeatureMarkerSize);
     marker->setRotation(rectangle.Rotation());
-    AddStyled(graphics, marker, Palette::Blue);
+    AddStyled(graphics, std::move(marker), Palette::Blue);
 }
 
 struct FeatureDrawing {
@@ -235,14 +266,15 @@ struct FeatureDrawing {
 
 // Beside brackets the label sits at corner Y. An ellipse doesn't reach the corners, so there
 // the label hangs from the middle of the edge opposite side X, where the ellipse touches it.
-void AddFeatureLabel(GraphicCollection& graphics, DLBlueFeature const& feature,
-                     RectangleAffine const& rectangle, FeatureDrawing const& drawing) {
+void AddFeatureLabel(GraphicList& graphics, DLBlueFeature const& feature,
+                     RectangleAffine const& rectangle, Corners const& image,
+                     FeatureDrawing const& drawing) {
     std::string const text = drawing.marked ? MatchedFeaturePrefix + feature.Id() : feature.Id();
-    double x = rectangle.CornerYX();
-    double y = rectangle.CornerYY();
+    double x = image.y.x;
+    double y = image.y.y;
     if (!drawing.rectangular) {
-        x += (rectangle.CornerOppositeX() - rectangle.CornerYX()) * Half;
-        y += (rectangle.CornerOppositeY() - rectangle.CornerYY()) * Half;
+        x += (image.opposite.x - image.y.x) * Half;
+        y += (image.opposite.y - image.y.y) * Half;
     }
     AddLabel(graphics, x, y, text,
              BlueLabel(drawing.rectangular ? GraphicLabelAlignmentConstants_TopLeft
@@ -250,23 +282,23 @@ void AddFeatureLabel(GraphicCollection& graphics, DLBlueFeature const& feature,
              rectangle.Rotation());
 }
 
-void AddFeatureGraphics(GraphicCollection& graphics, ViewSpace& view,
-                        DLBlueFeature const& feature, FeatureDrawing const& drawing) {
+void AddFeatureGraphics(GraphicList& graphics, ViewSpace& view, DLBlueFeature const& feature,
+                        FeatureDrawing const& drawing) {
     RectangleAffine const& rectangle = *feature.Rectangle();
+    Corners const image = CornersOf(rectangle);
     if (drawing.rectangular)
-        AddFeatureCorners(graphics, view, rectangle, drawing.isRead);
+        AddFeatureCorners(graphics, view, image, drawing.isRead);
     else
-        AddFeatureEllipse(graphics, view, rectangle);
+        AddFeatureEllipse(graphics, view, rectangle, image);
     if (!drawing.isRead)
-        AddFeatureMarker(graphics, rectangle);
+        AddFeatureMarker(graphics, rectangle, image);
     if (drawing.showLabel)
-        AddFeatureLabel(graphics, feature, rectangle, drawing);
+        AddFeatureLabel(graphics, feature, rectangle, image, drawing);
 }
 
 // Matched features first, in match order; a read tool labels only unmatched ones, and only
 // when the result asks for labels.
-void AddFeatures(GraphicCollection& graphics, ViewSpace& view, DLResultBlue const& blue,
-                 bool isRead) {
+void AddFeatures(GraphicList& graphics, ViewSpace& view, DLResultBlue const& blue, bool isRead) {
     if (!blue.ShowFeatureChiclets() && !blue.ShowRectangularFeatures())
         return;
     Features const matched = CollectMatchFeatures(*blue.Matches());
@@ -289,7 +321,7 @@ MatchFeatureBounds(ViewSpace& view, DLBlueFeatureReadOnlyCollection const& featu
     double const infinity = std::numeric_limits<double>::infinity();
     double minX = infinity, minY = infinity, maxX = -infinity, maxY = -infinity;
     for (auto const& feature : features) {
-        ViewCorners const local = CornersInView(view, *feature->Rectangle());
+        Corners const local = CornersInView(view, CornersOf(*feature->Rectangle()));
         Point const center = local.Center();
         double const halfX = Length(local.SideX()) * Half;
         double const halfY = Length(local.SideY()) * Half;
@@ -303,7 +335,7 @@ MatchFeatureBounds(ViewSpace& view, DLBlueFeatureReadOnlyCollection const& featu
     return bounds->MapLinear(view.Pose(), GeometryOnly);
 }
 
-void AddMatchBox(GraphicCollection& graphics, ViewSpace& view, std::string const& modelId,
+void AddMatchBox(GraphicList& graphics, ViewSpace& view, std::string const& modelId,
                  std::string const& text, DLBlueFeatureReadOnlyCollection const& features) {
     auto const box = MatchFeatureBounds(view, features);
     AddStyled(graphics, box, Palette::Yellow);
@@ -312,7 +344,7 @@ void AddMatchBox(GraphicCollection& graphics, ViewSpace& view, std::string const
 }
 
 // An open chain through the feature centres, in the match's order.
-void AddNodeLinks(GraphicCollection& graphics, DLResultMatchNode const& match) {
+void AddNodeLinks(GraphicList& graphics, DLResultMatchNode const& match) {
     Features const& features = match.Features()->GetDataC();
     for (std::size_t index = 1; index < features.size(); ++index) {
         auto const previous = features[index - 1]->Rectangle();
@@ -322,11 +354,11 @@ void AddNodeLinks(GraphicCollection& graphics, DLResultMatchNode const& match) {
                           current->CenterY());
         // Thin on purpose: the links stay at the default width.
         link->setColor(Palette::NodeLink);
-        graphics.Add(link);
+        graphics.emplace_back(std::move(link));
     }
 }
 
-void AddLayoutRegions(GraphicCollection& graphics, DLResultMatchLayout const& match) {
+void AddLayoutRegions(GraphicList& graphics, DLResultMatchLayout const& match) {
     for (auto const& region : *match.Regions()) {
         auto const rectangle = region->Rectangle()->Copy(GeometryOnly);
         AddStyled(graphics, rectangle, Palette::Blue);
@@ -336,16 +368,15 @@ void AddLayoutRegions(GraphicCollection& graphics, DLResultMatchLayout const& ma
 }
 
 // A read tool shows a node as text in a box, like a string; a plain tool shows how it links.
-void AddNodeMatch(GraphicCollection& graphics, ViewSpace& view,
-                  DLResultMatchNode const& match, bool isRead) {
+void AddNodeMatch(GraphicList& graphics, ViewSpace& view, DLResultMatchNode const& match,
+                  bool isRead) {
     if (isRead)
         AddMatchBox(graphics, view, match.ModelID(), match.PrettifiedString(), *match.Features());
     else
         AddNodeLinks(graphics, match);
 }
 
-void AddMatch(GraphicCollection& graphics, ViewSpace& view, DLResultMatchPtr const& match,
-              bool isRead) {
+void AddMatch(GraphicList& graphics, ViewSpace& view, DLResultMatchPtr const& match, bool isRead) {
     std::string const type = match->ModelType();
     if (type == "node") {
         AddNodeMatch(graphics, view, *std::dynamic_pointer_cast<DLResultMatchNode>(match), isRead);
@@ -361,7 +392,7 @@ void AddMatch(GraphicCollection& graphics, ViewSpace& view, DLResultMatchPtr con
     }
 }
 
-void AddMatchGraphics(GraphicCollection& graphics, ViewSpace& view,
+void AddMatchGraphics(GraphicList& graphics, ViewSpace& view,
                       DLResultMatchReadOnlyCollection const& matches, bool isRead) {
     for (auto const& match : matches)
         AddMatch(graphics, view, match, isRead);
@@ -369,7 +400,7 @@ void AddMatchGraphics(GraphicCollection& graphics, ViewSpace& view,
 
 } // namespace
 
-void AddBlueGraphics(GraphicCollection& graphics, DLResultView const& view, bool isRead,
+void AddBlueGraphics(GraphicList& graphics, DLResultView const& view, bool isRead,
                      DLToolRuntimeParams const& tool) {
     ShowFlags const show = ReadShowFlags(tool, isRead);
     auto const blue = view.ResultBlue();

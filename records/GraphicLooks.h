@@ -2,6 +2,8 @@
 
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <Vision/Core/Color32.h>
 #include <Vision/Core/GraphicCollection.h>
@@ -22,15 +24,19 @@ inline constexpr Color32 NodeLink = 0xff00cece;
 
 inline constexpr int RunLineWidth = 2;
 
-// Sets the look and lists the graphic, in that order, so the collection only ever holds
-// finished graphics.
+// A run's graphics are gathered in a plain list and handed to their collection in one piece,
+// sparing each graphic the collection's insertion events.
+using GraphicList = std::vector<IGraphicPtr>;
+
+// Sets the look and lists the graphic, in that order, so the list only ever holds finished
+// graphics.
 template <class Graphic>
-void AddStyled(GraphicCollection& graphics, std::shared_ptr<Graphic> const& graphic, Color32 color,
+void AddStyled(GraphicList& graphics, std::shared_ptr<Graphic> graphic, Color32 color,
                int lineStyle = LineStyleConstants_Solid, int lineWidth = RunLineWidth) {
     graphic->setColor(color);
     graphic->setLineStyle(lineStyle);
     graphic->setLineWidthInScreenPixels(lineWidth);
-    graphics.Add(graphic);
+    graphics.emplace_back(std::move(graphic));
 }
 
 struct LabelLook {
@@ -39,7 +45,7 @@ struct LabelLook {
     Color32 text;
 };
 
-inline void AddLabel(GraphicCollection& graphics, double x, double y, std::string const& text,
+inline void AddLabel(GraphicList& graphics, double x, double y, std::string const& text,
                      LabelLook const& look, double rotation) {
     auto label = Brnt::CreateObject<GraphicLabel>();
     label->SetXYText(x, y, text);
@@ -47,7 +53,7 @@ inline void AddLabel(GraphicCollection& graphics, double x, double y, std::strin
     label->setBackgroundColor(look.background);
     label->setColor(look.text);
     label->setRotation(rotation);
-    graphics.Add(label);
+    graphics.emplace_back(std::move(label));
 }
 
 } // namespace Tavrin::Vision::DeepLearning::Records

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <Vision/Core/Polygon.h>
@@ -35,17 +36,18 @@ namespace {
 constexpr std::size_t GreenLabelTagLimit = 3;
 
 // Drawn twice, solid black under broken grey, so the outline shows on light and dark images.
-void AddRegionGraphics(GraphicCollection& graphics, DLResultView const& view) {
+void AddRegionGraphics(GraphicList& graphics, DLResultView const& view) {
     auto const solid = view.Region()->Copy(CopyShapeConstants_GeometryOnly);
     AddStyled(graphics, solid, Palette::Black);
-    AddStyled(graphics, solid->Copy(CopyShapeConstants_All), Palette::Grey, LineStyleConstants_Dash);
+    AddStyled(graphics, solid->Copy(CopyShapeConstants_All), Palette::Grey,
+              LineStyleConstants_Dash);
 }
 
-void AddRedRegionGraphics(GraphicCollection& graphics, DLResultRedRegion const& region) {
+void AddRedRegionGraphics(GraphicList& graphics, DLResultRedRegion const& region) {
     auto polygon = Brnt::CreateObject<Polygon>();
     for (auto const& point : *region.Points())
         polygon->AddVertex(point->X(), point->Y(), -1);
-    AddStyled(graphics, polygon, Palette::Red, LineStyleConstants_Dash);
+    AddStyled(graphics, std::move(polygon), Palette::Red, LineStyleConstants_Dash);
 }
 
 std::string Percent(double score) {
@@ -72,7 +74,7 @@ std::string GreenLabelText(DLResultGreen const& green) {
 }
 
 // The label sits at the region's corner on its Y side, turned with the view.
-void AddGreenLabel(GraphicCollection& graphics, DLResultView const& view) {
+void AddGreenLabel(GraphicList& graphics, DLResultView const& view) {
     auto const green = view.ResultGreen();
     if (!green)
         return;
@@ -91,8 +93,7 @@ template <class Tool> bool ShowsGraphics(DLToolRuntimeParams const& tool) {
 }
 
 template <class Tool>
-void DrawRed(GraphicCollection& graphics, DLResultView const& view,
-             DLToolRuntimeParams const& tool) {
+void DrawRed(GraphicList& graphics, DLResultView const& view, DLToolRuntimeParams const& tool) {
     if (!ShowsGraphics<Tool>(tool))
         return;
     auto const red = view.ResultRed();
@@ -103,19 +104,17 @@ void DrawRed(GraphicCollection& graphics, DLResultView const& view,
 }
 
 template <class Tool>
-void DrawGreen(GraphicCollection& graphics, DLResultView const& view,
-               DLToolRuntimeParams const& tool) {
+void DrawGreen(GraphicList& graphics, DLResultView const& view, DLToolRuntimeParams const& tool) {
     if (ShowsGraphics<Tool>(tool))
         AddGreenLabel(graphics, view);
 }
 
 template <bool IsRead>
-void DrawBlue(GraphicCollection& graphics, DLResultView const& view,
-              DLToolRuntimeParams const& tool) {
+void DrawBlue(GraphicList& graphics, DLResultView const& view, DLToolRuntimeParams const& tool) {
     AddBlueGraphics(graphics, view, IsRead, tool);
 }
 
-using DrawFamily = void (*)(GraphicCollection&, DLResultView const&, DLToolRuntimeParams const&);
+using DrawFamily = void (*)(GraphicList&, DLResultView const&, DLToolRuntimeParams const&);
 
 struct FamilyDrawing {
     char const* type;
@@ -134,7 +133,7 @@ constexpr FamilyDrawing FamilyDrawings[] = {
     {"green_quick", &DrawGreen<DLQuickGreenToolRuntimeParams>},
 };
 
-void AddViewGraphics(GraphicCollection& graphics, DLResultView const& view,
+void AddViewGraphics(GraphicList& graphics, DLResultView const& view,
                      DLToolRuntimeParams const& tool) {
     if (tool.ShowRegion())
         AddRegionGraphics(graphics, view);
@@ -147,15 +146,15 @@ void AddViewGraphics(GraphicCollection& graphics, DLResultView const& view,
 } // namespace
 
 std::shared_ptr<GraphicCollection> BuildResultGraphics(DLResult const& result) {
-    auto graphics = Brnt::CreateObject<GraphicCollection>();
+    GraphicList graphics;
     for (auto const& marking : *result.ResultImage()->ResultMarking()) {
         auto const tool = marking->Tool();
         if (!tool)
             continue;
         for (auto const& view : *marking->ResultViews())
-            AddViewGraphics(*graphics, *view, *tool);
+            AddViewGraphics(graphics, *view, *tool);
     }
-    return graphics;
+    return Brnt::CreateObject<GraphicCollection>(std::move(graphics));
 }
 
 } // namespace Tavrin::Vision::DeepLearning::Records

@@ -12,12 +12,12 @@ DLResultMatchNode::DLResultMatchNode(ObjectCreateAccessToken const& token,
                                      std::shared_ptr<Transform2DLinear> pose,
                                      std::shared_ptr<DLBlueFeatureReadOnlyCollection> features)
     : DLResultMatch(token, modelId, modelType, score)
-    , nodeCoords_(std::move(nodeCoords))
-    , string_(std::move(string))
-    , prettifiedString_(std::move(prettifiedString))
+    , nodeCoords_(nodeCoords)
+    , string_(string)
+    , prettifiedString_(prettifiedString)
     , pose_(std::move(pose))
     , features_(std::move(features))
-    , covers_(std::move(covers)) {}
+    , covers_(covers) {}
 
 } // namespace Tavrin::Vision::DeepLearning
 

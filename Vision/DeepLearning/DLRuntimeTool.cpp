@@ -159,9 +159,10 @@ void DLRuntimeTool::UpdateToolsInResults(DLResult& result, DLWorkspace const& wo
         return;
     // Every marking takes the root's tool, not the one its own id names: reloaded results have
     // always been tied this way.
+    auto const rootTool = DeepLearningAccess::FindTool(workspace, result.toolId_.c_str());
     for (auto const& marking : *result.resultImage_->ResultMarking())
         if (!marking->tool_)
-            marking->tool_ = DeepLearningAccess::FindTool(workspace, result.toolId_.c_str());
+            marking->tool_ = rootTool;
 }
 
 void DLRuntimeTool::InternalCreateCurrentRecord(std::shared_ptr<Record> record, unsigned int) {

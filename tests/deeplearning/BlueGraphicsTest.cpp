@@ -74,17 +74,17 @@ template <class Tool> DLToolRuntimeParamsPtr BlueTool(ToolShows show) {
 class BlueGraphics : public ThreeKindsOperatorTest {
 protected:
     GraphicCollectionPtr Draw(std::string const& flags, std::string const& content, bool isRead,
-                              ToolShows show = {}) {
+                              ToolShows show = {}, char const* pose = Pose) {
         std::string const document =
-            Document(Marking(View("<blue " + flags + ">" + content + "</blue>", Pose), "blue-uuid"),
+            Document(Marking(View("<blue " + flags + ">" + content + "</blue>", pose), "blue-uuid"),
                      "blue-uuid");
         auto view = FirstView(Peer::ParseResultKeloXml(*op_->Workspace()->Streams()->Item(0),
                                                        document.c_str(), Linear(1, 0, 0, 1, 0, 0)));
         auto tool = isRead ? BlueTool<DLBlueReadToolRuntimeParams>(show)
                            : BlueTool<DLBlueToolRuntimeParams>(show);
-        auto graphics = Tavrin::Brnt::CreateObject<GraphicCollection>();
-        Records::AddBlueGraphics(*graphics, *view, isRead, *tool);
-        return graphics;
+        Records::GraphicList graphics;
+        Records::AddBlueGraphics(graphics, *view, isRead, *tool);
+        return Tavrin::Brnt::CreateObject<GraphicCollection>(std::move(graphics));
     }
 };
 
@@ -129,6 +129,15 @@ TEST_F(BlueGraphics, FeatureShapesAreBuiltUprightInTheViewAndMappedByThePose) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(Described(*Draw(c.flags, F0, c.isRead)), c.expected);
     }
+}
+
+// A turn with a uniform scale takes a shortcut; the ellipse must be the one the general mapping
+// gives: x' = -2y + 100, y' = 2x + 50.
+TEST_F(BlueGraphics, AnEllipseUnderATurnedAndScaledViewIsTheImageOfTheInscribedOne) {
+    Texts const expected = {"ellipse 60,70 40,60 1.571 ff0000ff w2",
+                            "marker 60,70 1.571 size25 ff0000ff w2",
+                            "label 'f0' 0,70 1.571 align1 ff000000 on ffffff00"};
+    EXPECT_EQ(Described(*Draw(Chiclets, F0, false, {}, "0,2,-2,0,100,50")), expected);
 }
 
 struct OrderCase {
