@@ -2,7 +2,6 @@
 #include <string>
 #include <vector>
 
-
 #include "GraphicsTestSupport.h"
 #include "ResultTestSupport.h"
 #include "ToolTestSupport.h"
