@@ -301,7 +301,8 @@ void AddFeatureGraphics(GraphicList& graphics, ViewSpace& view, DLBlueFeature co
 void AddFeatures(GraphicList& graphics, ViewSpace& view, DLResultBlue const& blue, bool isRead) {
     if (!blue.ShowFeatureChiclets() && !blue.ShowRectangularFeatures())
         return;
-    Features const matched = CollectMatchFeatures(*blue.Matches());
+    auto const matches = blue.Matches();
+    Features const matched = matches ? CollectMatchFeatures(*matches) : Features{};
     FeatureDrawing drawing{blue.ShowRectangularFeatures(), isRead, !isRead, true};
     for (auto const& feature : matched)
         AddFeatureGraphics(graphics, view, *feature, drawing);

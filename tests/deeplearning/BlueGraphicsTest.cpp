@@ -5,6 +5,7 @@
 #include "GraphicsTestSupport.h"
 #include "ResultTestSupport.h"
 #include "ToolTestSupport.h"
+#include "Vision/DeepLearning/Implementation/Internal/TestHelpers/TestHelper.h"
 #include "records/BlueGraphics.h"
 
 namespace {
@@ -137,6 +138,24 @@ TEST_F(BlueGraphics, AnEllipseUnderATurnedAndScaledViewIsTheImageOfTheInscribedO
                             "marker 60,70 1.571 size25 ff0000ff w2",
                             "label 'f0' 0,70 1.571 align1 ff000000 on ffffff00"};
     EXPECT_EQ(Described(*Draw(Chiclets, F0, false, {}, "0,2,-2,0,100,50")), expected);
+}
+
+// A result built by hand may have no match list at all; its features are drawn all the same.
+TEST_F(BlueGraphics, AResultWithoutAMatchListDrawsItsFeatures) {
+    using Factory = DeepLearning::Implementation::Internal::TestHelpers::TestHelper;
+    auto rectangle = Tavrin::Brnt::CreateObject<RectangleAffine>();
+    rectangle->SetCenterLengthsRotationSkew(10, 20, 40, 60, 0, 0);
+    auto const features = Tavrin::Brnt::CreateObject<DLBlueFeatureReadOnlyCollection>(
+        std::vector<DLBlueFeaturePtr>{Factory::CreateDLBlueFeature("f0", rectangle, 0.9, "")});
+    auto const blue = Factory::CreateDLResultBlue("blue-uuid", false, false, false, true, false,
+                                                  features, nullptr);
+    auto const view =
+        Factory::CreateDLResultView(nullptr, Linear(1, 0, 0, 1, 0, 0), Linear(1, 0, 0, 1, 0, 0), "",
+                                    nullptr, blue, nullptr, nullptr);
+    Records::GraphicList graphics;
+    Records::AddBlueGraphics(graphics, *view, false, *BlueTool<DLBlueToolRuntimeParams>({}));
+    EXPECT_EQ(Sketched(*Tavrin::Brnt::CreateObject<GraphicCollection>(std::move(graphics))),
+              "ellipse marker 'f0' ");
 }
 
 struct OrderCase {
