@@ -16,6 +16,8 @@ namespace {
 std::filesystem::path MakeTemporaryBeside(const std::filesystem::path& target) {
     const std::filesystem::path folder =
         target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+    std::error_code ignored;
+    std::filesystem::create_directories(folder, ignored);
     std::string pattern = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
     const int descriptor = mkstemp(pattern.data());
     if (descriptor < 0)

@@ -7,6 +7,8 @@ namespace {
 
 using nlohmann::json;
 
+const char* const NoAnswer = "(none)";
+
 std::shared_ptr<DLResultMatchString> ReadString(const DLResultBlue& blue) {
     for (const auto& match : *blue.Matches())
         if (auto read = std::dynamic_pointer_cast<DLResultMatchString>(match))
@@ -180,23 +182,28 @@ void AnswerCounts::Add(const DLResult& result) {
     for (const Answer& answer : AnswersOf(result)) {
         if (!counts_.count(answer.tool))
             tools_.push_back(answer.tool);
-        ++counts_[answer.tool][answer.answer.empty() ? "(none)" : answer.answer];
+        ++counts_[answer.tool][answer.answer.empty() ? NoAnswer : answer.answer];
     }
 }
 
-// The most frequent answers first; a tool that reads texts may give many, so the list stops.
+// The most frequent answers first. A tool that reads texts gives nearly one answer per image,
+// so beyond a dozen only their number is told, and how many images got none.
 void AnswerCounts::Print(std::ostream& out) const {
-    constexpr std::size_t Shown = 12;
+    constexpr std::size_t Listed = 12;
     for (const std::string& tool : tools_) {
-        std::vector<std::pair<std::string, int>> answers(counts_.at(tool).begin(),
-                                                         counts_.at(tool).end());
+        const auto& counts = counts_.at(tool);
+        out << "  " << tool << ":";
+        if (counts.size() > Listed) {
+            const auto none = counts.find(NoAnswer);
+            out << ' ' << counts.size() << " different answers, " << NoAnswer << ' '
+                << (none == counts.end() ? 0 : none->second) << '\n';
+            continue;
+        }
+        std::vector<std::pair<std::string, int>> answers(counts.begin(), counts.end());
         std::stable_sort(answers.begin(), answers.end(),
                          [](const auto& a, const auto& b) { return a.second > b.second; });
-        out << "  " << tool << ":";
-        for (std::size_t i = 0; i < answers.size() && i < Shown; ++i)
-            out << (i ? ", " : " ") << answers[i].first << " " << answers[i].second;
-        if (answers.size() > Shown)
-            out << ", and " << answers.size() - Shown << " other answers";
+        for (std::size_t i = 0; i < answers.size(); ++i)
+            out << (i ? ", " : " ") << answers[i].first << ' ' << answers[i].second;
         out << '\n';
     }
 }
