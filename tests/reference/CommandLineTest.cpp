@@ -2,6 +2,7 @@
 // reference engine by the loader's search as a user's shell would.
 #include <cstdlib>
 #include <fstream>
+#include <regex>
 #include <sstream>
 
 #include <sys/wait.h>
@@ -170,6 +171,15 @@ TEST(CommandLine, ParametersChangeTheAnswers) {
     EXPECT_EQ(FirstAnswer(
                   Cli("run WS -s read -p reader.text.MinimumLength=6 UNSEEN/blue/00433_0015.png")),
               "");
+}
+
+TEST(CommandLine, BenchReportsTheRateAndTheEnginesShare) {
+    const Outcome bench = Cli("bench WS -s classify --seconds 0.2 UNSEEN/green");
+    ASSERT_EQ(bench.status, 0) << bench.err;
+    const std::regex report(R"(^\d+ runs of stream classify on \d+ images in [0-9.]+ s: [0-9.]+ )"
+                            R"(images/s\nengine analysis [0-9.]+ %, library and calls [0-9.]+ % )"
+                            R"(of the time\n$)");
+    EXPECT_TRUE(std::regex_match(bench.out, report)) << bench.out;
 }
 
 } // namespace
