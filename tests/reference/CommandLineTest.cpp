@@ -163,6 +163,27 @@ TEST(CommandLine, RunWritesALineARowAndAnOverlayPerImage) {
     EXPECT_GE(right, images * 8 / 10);
 }
 
+TEST(CommandLine, CsvQuotesANameWithACommaAndOverlayNamesStayApart) {
+    const fs::path out = Scratch("quoted");
+    fs::create_directories(out / "a");
+    fs::create_directories(out / "b");
+    const fs::path source = TrainedExample().folder / "unseen" / "green" / "5_0000.png";
+    fs::copy_file(source, out / "a" / "five,5.png");
+    fs::copy_file(source, out / "b" / "five,5.png");
+    const Outcome run =
+        Cli("run WS -s classify " + (out / "a").string() + " " + (out / "b").string() + " --csv " +
+            (out / "r.csv").string() + " --overlay " + (out / "overlays").string());
+    ASSERT_EQ(run.status, 0) << run.err;
+    const auto csv = Lines(Contents(out / "r.csv"));
+    ASSERT_EQ(csv.size(), 3u);
+    EXPECT_EQ(csv[1].rfind(
+                  "\"" + (out / "a" / "five,5.png").string() + "\",classify,classes,green,5,", 0),
+              0u)
+        << csv[1];
+    EXPECT_TRUE(fs::exists(out / "overlays" / "five,5.png"));
+    EXPECT_TRUE(fs::exists(out / "overlays" / "five,5-2.png"));
+}
+
 TEST(CommandLine, ParametersChangeTheAnswers) {
     EXPECT_EQ(FirstAnswer(Cli("run WS UNSEEN/red/bad_0000.png")), "anomaly");
     EXPECT_EQ(FirstAnswer(Cli("run WS -p defects.UpperThreshold=1 UNSEEN/red/bad_0000.png")),
