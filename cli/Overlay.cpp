@@ -55,6 +55,7 @@ public:
                        Width(look));
     }
 
+    // Labels are drawn upright: OpenCV writes horizontal text only.
     void Text(const GraphicLabel& label) {
         constexpr double FontScale = 0.5;
         int baseline = 0;
