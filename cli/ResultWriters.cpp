@@ -195,8 +195,9 @@ void AnswerCounts::Print(std::ostream& out) const {
         out << "  " << tool << ":";
         if (counts.size() > Listed) {
             const auto none = counts.find(NoAnswer);
-            out << ' ' << counts.size() << " different answers, " << NoAnswer << ' '
-                << (none == counts.end() ? 0 : none->second) << '\n';
+            const bool someNone = none != counts.end();
+            out << ' ' << counts.size() - someNone << " different answers, " << NoAnswer << ' '
+                << (someNone ? none->second : 0) << '\n';
             continue;
         }
         std::vector<std::pair<std::string, int>> answers(counts.begin(), counts.end());
