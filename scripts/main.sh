@@ -1,16 +1,38 @@
 #!/usr/bin/env bash
-# Sets up, builds and installs the libraries, then builds the example consumer against the
-# installed package and runs it.
+# Sets up, builds Release and installs the libraries, the reference engine beside them and the
+# command-line tool tavrin-dl into build/install; trains the example workspace from OpenCV's
+# handwritten digits and runs tavrin-dl on the digits held out of training, one stream each.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build="$root/build/release"
 prefix="$root/build/install"
+example="$build/example"
+results="$build/results"
 
 "$root/scripts/setup.sh"
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >/dev/null
 cmake --build "$build" --parallel "$(nproc)"
 cmake --install "$build" --prefix "$prefix" >/dev/null
-cmake -S "$root/examples/consumer" -B "$build/consumer" -DCMAKE_BUILD_TYPE=Release \
-    -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
-cmake --build "$build/consumer" --parallel "$(nproc)"
-"$build/consumer/tavrin_example" "$@"
+# The library loads the engine that lies beside it.
+cmake --install "$build" --prefix "$prefix" --component ReferenceEngine >/dev/null
+TAVRIN_BUILD_DIR="$build" "$root/scripts/example-workspace.sh" >/dev/null
+
+rm -rf "$results"
+for kind_stream in red:anomaly green:classify blue:read; do
+    kind="${kind_stream%%:*}"
+    stream="${kind_stream##*:}"
+    echo "== $kind: tavrin-dl run --stream $stream"
+    "$prefix/bin/tavrin-dl" run "$example/digits.yml" "$example/unseen/$kind" --stream "$stream" \
+        --json "$results/$kind.jsonl" --csv "$results/$kind.csv" --overlay "$results/$kind"
+    # The example's file names carry the truth: good_ or bad_ for red, the digits before _.
+    awk -F, -v kind="$kind" 'NR > 1 {
+            n = split($1, parts, "/"); split(parts[n], name, "_")
+            truth = kind != "red" ? name[1] : (name[1] == "good" ? "good" : "anomaly")
+            total++; right += ($5 == truth)
+        }
+        END { printf "%d of %d answers agree with the file names\n", right, total }' \
+        "$results/$kind.csv"
+    echo
+done
+echo "workspace: $example/digits.yml (tavrin-dl info shows its tools and parameters)"
+echo "results:   $results"

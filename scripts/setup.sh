@@ -7,6 +7,7 @@ packages=(
     librttr-dev libcereal-dev libtinyxml2-dev libboost-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libopencv-ml-dev
+    libcli11-dev nlohmann-json3-dev
     opencv-doc
 )
 

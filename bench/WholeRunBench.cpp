@@ -1,0 +1,167 @@
+// A whole run through the library, DLOperator::Execute from image to decoded result, against the
+// reference engine called bare through its C entry points with the same images. The example
+// workspace is trained here from OpenCV's handwritten digits; every held-out digit goes through
+// its stream: anomaly, classification and reading.
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <opencv2/imgcodecs.hpp>
+
+#include <Vision/Core/Image8Grey.h>
+#include <Vision/DeepLearning/DeepLearning.h>
+
+#include "ExampleData.h"
+#include "Ratio.h"
+#include "Training.h"
+#include "engine/EngineFunctionTable.h"
+#include "engine/ProcessState.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace Tavrin::Vision::DeepLearning;
+using Tavrin::Brnt::CreateObject;
+using Tavrin::Vision::DeepLearning::Private::Engine;
+
+char const* const DirectId = "whole-run-direct";
+
+void Require(int status, char const* call) {
+    if (status != 0)
+        throw std::runtime_error(std::string(call) + " failed with status " +
+                                 std::to_string(status));
+}
+
+std::shared_ptr<Tavrin::Vision::IImage> ImageOf(cv::Mat const& grey) {
+    auto image = CreateObject<Tavrin::Vision::Image8Grey>(grey.cols, grey.rows);
+    auto memory = image->GetPixelMemory(Tavrin::Vision::ImageDataModeConstants_Write, 0, 0,
+                                        grey.cols, grey.rows);
+    for (int row = 0; row < grey.rows; ++row)
+        std::copy_n(grey.ptr(row), grey.cols, memory->FirstPel() + row * memory->Step());
+    return image;
+}
+
+// The held-out images of one kind, with the stream that analyses them and an operator on it.
+struct Kind {
+    std::string stream;
+    std::shared_ptr<DLOperator> op;
+    std::vector<cv::Mat> pixels;
+    std::vector<std::shared_ptr<Tavrin::Vision::IImage>> images;
+};
+
+struct Example {
+    Example() {
+        // The library loads its engine by name; an engine of that name already loaded is the
+        // one it gets, so loading the reference engine by path first makes the run use it.
+        if (!dlopen(KELO_REFERENCE_ENGINE, RTLD_NOW | RTLD_LOCAL))
+            throw std::runtime_error(dlerror());
+        fs::path const folder =
+            fs::temp_directory_path() / ("tavrin-whole-run-" + std::to_string(getpid()));
+        KeloReference::WriteDigitsExample(KELO_DIGITS_SHEET, folder.string(),
+                                          KeloReference::ExampleCounts{});
+        std::string const workspace = (folder / "digits.yml").string();
+        KeloReference::WriteWorkspace(
+            KeloReference::TrainWorkspace((folder / "training").string(), {}), workspace);
+
+        for (auto const& [kind, stream] :
+             {std::pair{"red", "anomaly"}, {"green", "classify"}, {"blue", "read"}})
+            kinds.push_back(Load(folder / "unseen" / kind, stream, workspace));
+        Require(Engine().kelo_runtime_open_workspace_from_file(DirectId, workspace.c_str()),
+                "kelo_runtime_open_workspace_from_file");
+        Require(Engine().kelo_init_buffer(&buffer), "kelo_init_buffer");
+        fs::remove_all(folder);
+    }
+
+    static Kind Load(fs::path const& images, std::string const& stream,
+                     std::string const& workspace) {
+        Kind kind{stream, CreateObject<DLOperator>(), {}, {}};
+        kind.op->LoadWorkspace(workspace);
+        for (auto const& candidate : *kind.op->Workspace()->Streams())
+            if (candidate->Name() == stream)
+                kind.op->setStream(candidate);
+        std::vector<fs::path> files(fs::directory_iterator(images), fs::directory_iterator{});
+        std::sort(files.begin(), files.end());
+        for (auto const& file : files) {
+            kind.pixels.push_back(cv::imread(file.string(), cv::IMREAD_GRAYSCALE));
+            kind.images.push_back(ImageOf(kind.pixels.back()));
+        }
+        return kind;
+    }
+
+    std::size_t ImageCount() const {
+        std::size_t count = 0;
+        for (Kind const& kind : kinds)
+            count += kind.images.size();
+        return count;
+    }
+
+    std::vector<Kind> kinds;
+    EngineBuffer buffer{};
+};
+
+Example& Shared() {
+    static Example example;
+    return example;
+}
+
+// What any client of the engine does at the least for one image: the image record, a sample,
+// the analysis and its document, the releases.
+void DirectRun(std::string const& stream, cv::Mat const& grey, EngineBuffer& buffer) {
+    auto& kelo = Engine();
+    char const* const sample = "sample";
+    EngineImage image{};
+    Require(kelo.kelo_init_image(&image), "kelo_init_image");
+    image.width = grey.cols;
+    image.height = grey.rows;
+    image.channels = 1;
+    image.pixels = grey.data;
+    image.pixelType = 0;
+    image.step = static_cast<int>(grey.step);
+    Require(kelo.kelo_runtime_create_sample(DirectId, stream.c_str(), sample),
+            "kelo_runtime_create_sample");
+    Require(kelo.kelo_runtime_sample_add_image(DirectId, stream.c_str(), sample, &image),
+            "kelo_runtime_sample_add_image");
+    Require(kelo.kelo_runtime_sample_process(DirectId, stream.c_str(), "", sample, ""),
+            "kelo_runtime_sample_process");
+    Require(kelo.kelo_runtime_get_sample(DirectId, stream.c_str(), sample, &buffer),
+            "kelo_runtime_get_sample");
+    benchmark::DoNotOptimize(buffer.text);
+    kelo.kelo_runtime_free_sample(DirectId, stream.c_str(), sample);
+    kelo.kelo_free_image(&image);
+}
+
+// Every held-out image through its stream, the library's whole way: parameters pushed, the
+// engine's answer decoded into a result tree, resource images copied out.
+void LibraryWholeRun(benchmark::State& state) {
+    Example& example = Shared();
+    for (auto _ : state)
+        for (Kind const& kind : example.kinds)
+            for (auto const& image : kind.images)
+                benchmark::DoNotOptimize(kind.op->Execute(*image));
+    state.SetItemsProcessed(state.iterations() * example.ImageCount());
+}
+
+void BareEngineRun(benchmark::State& state) {
+    Example& example = Shared();
+    for (auto _ : state)
+        for (Kind const& kind : example.kinds)
+            for (cv::Mat const& grey : kind.pixels)
+                DirectRun(kind.stream, grey, example.buffer);
+    state.SetItemsProcessed(state.iterations() * example.ImageCount());
+}
+
+BENCHMARK(LibraryWholeRun)->Unit(benchmark::kMillisecond);
+BENCHMARK(BareEngineRun)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    return Bench::RunWithRatio(argc, argv,
+                               {"LibraryWholeRun", "BareEngineRun",
+                                "whole run through the library / bare reference engine", 1.10});
+}

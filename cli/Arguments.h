@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace TavrinCli {
+
+enum class Command { Info, Set, Run, Bench };
+
+struct Options {
+    Command command = Command::Info;
+    std::string workspace;
+    std::vector<std::string> inputs;
+    std::string stream;
+    std::vector<std::string> assignments;
+    std::optional<std::filesystem::path> json;
+    std::optional<std::filesystem::path> csv;
+    std::optional<std::filesystem::path> overlay;
+    double seconds = 2;
+};
+
+// The options of the command line; nothing when the tool is to stop at once (help, or a misuse
+// already reported), with the exit status in exitCode.
+std::optional<Options> ParseArguments(int argc, char** argv, int& exitCode);
+
+} // namespace TavrinCli

@@ -1,0 +1,97 @@
+#include "Images.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
+
+#include "Failure.h"
+
+namespace TavrinCli {
+namespace {
+
+using Tavrin::Brnt::CreateObject;
+using namespace Tavrin::Vision;
+
+std::vector<std::filesystem::path> ImagesIn(const std::filesystem::path& folder) {
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        if (entry.is_regular_file() && cv::haveImageReader(entry.path().string()))
+            files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+template <class Image, class Pel> std::shared_ptr<IImage> CopiedInto(const cv::Mat& plane) {
+    auto image = CreateObject<Image>(plane.cols, plane.rows);
+    const auto memory =
+        image->GetPixelMemory(ImageDataModeConstants_Write, 0, 0, plane.cols, plane.rows);
+    for (int row = 0; row < plane.rows; ++row)
+        std::memcpy(reinterpret_cast<unsigned char*>(memory->FirstPel()) + row * memory->Step(),
+                    plane.ptr(row), plane.cols * sizeof(Pel));
+    return image;
+}
+
+// The library's colour images have 8 bits a plane.
+cv::Mat EightBits(const cv::Mat& image) {
+    if (image.depth() == CV_8U)
+        return image;
+    cv::Mat eight;
+    image.convertTo(eight, CV_8U, 1.0 / 257);
+    return eight;
+}
+
+std::shared_ptr<IImage> PlanarColour(const cv::Mat& colour) {
+    cv::Mat rgb;
+    cv::cvtColor(colour, rgb, colour.channels() == 4 ? cv::COLOR_BGRA2RGB : cv::COLOR_BGR2RGB);
+    std::vector<cv::Mat> planes;
+    cv::split(rgb, planes);
+    auto image = CreateObject<Image24PlanarColor>(colour.cols, colour.rows);
+    std::shared_ptr<IImage8PixelMemory> memories[3];
+    image->Get3PlanePixelMemory(ImageDataModeConstants_Write, 0, 0, colour.cols, colour.rows,
+                                memories[0], memories[1], memories[2]);
+    for (int plane = 0; plane < 3; ++plane)
+        for (int row = 0; row < colour.rows; ++row)
+            std::memcpy(memories[plane]->FirstPel() + row * memories[plane]->Step(),
+                        planes[plane].ptr(row), static_cast<std::size_t>(colour.cols));
+    return image;
+}
+
+} // namespace
+
+std::vector<std::filesystem::path> CollectImages(const std::vector<std::string>& inputs) {
+    std::vector<std::filesystem::path> files;
+    for (const std::string& input : inputs) {
+        if (std::filesystem::is_directory(input)) {
+            const auto found = ImagesIn(input);
+            files.insert(files.end(), found.begin(), found.end());
+        } else if (std::filesystem::exists(input)) {
+            files.emplace_back(input);
+        } else {
+            throw CommandError("no such file or folder: " + input);
+        }
+    }
+    if (files.empty())
+        throw CommandError("no images to analyse");
+    return files;
+}
+
+cv::Mat ReadImage(const std::filesystem::path& file) {
+    cv::Mat image = cv::imread(file.string(), cv::IMREAD_ANYDEPTH | cv::IMREAD_ANYCOLOR);
+    if (image.empty())
+        throw CommandError("cannot read image " + file.string());
+    if (image.depth() != CV_8U && image.depth() != CV_16U)
+        image.convertTo(image, CV_8U);
+    return image;
+}
+
+std::shared_ptr<IImage> ToVisionImage(const cv::Mat& image) {
+    if (image.channels() >= 3)
+        return PlanarColour(EightBits(image));
+    if (image.depth() == CV_16U)
+        return CopiedInto<Image16Grey, unsigned short>(image);
+    return CopiedInto<Image8Grey, unsigned char>(image);
+}
+
+} // namespace TavrinCli

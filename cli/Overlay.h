@@ -1,0 +1,18 @@
+#pragma once
+
+#include <vector>
+
+#include <opencv2/core.hpp>
+
+#include <Vision/Foundation.h>
+
+namespace TavrinCli {
+
+// The graphics of a run record: the content of every graphics record in its tree, in order.
+std::vector<Tavrin::Vision::IGraphicPtr> GraphicsOf(Tavrin::Vision::Record& record);
+
+// The image in colour, enlarged so that small images stay legible, with the graphics drawn over
+// it in their colours, widths and line styles.
+cv::Mat DrawOverlay(const cv::Mat& image, const std::vector<Tavrin::Vision::IGraphicPtr>& graphics);
+
+} // namespace TavrinCli

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <Vision/DeepLearning/DeepLearning.h>
+
+namespace TavrinCli {
+
+using namespace Tavrin::Vision::DeepLearning;
+
+// One parameter change, as TOOL.NAME=VALUE or TOOL.MODEL.NAME=VALUE.
+struct Assignment {
+    std::string address;
+    std::string value;
+};
+
+Assignment ParseAssignment(const std::string& text);
+
+// A workspace opened in a runtime tool, as a host holds it: the stream to run and the parameters
+// to tune, and the runs with their records.
+class Session {
+public:
+    // CommandError when the file is missing or the engine cannot open it.
+    explicit Session(const std::string& workspaceFile);
+
+    std::shared_ptr<DLWorkspace> Workspace() const;
+    std::shared_ptr<DLStream> Stream() const;
+    // The stream of that name, or the first when the name is empty; UsageError when none is.
+    void SelectStream(const std::string& name);
+
+    // The tool of that name anywhere in the workspace's trees; UsageError when none is.
+    std::shared_ptr<DLToolRuntimeParams> FindTool(const std::string& name) const;
+    // The text of the parameter that the address names.
+    std::string Value(const std::string& address) const;
+    // Sets the parameter through its setter; UsageError as SetParameter says.
+    void Apply(const Assignment& assignment);
+
+    std::shared_ptr<DLResult> Run(std::shared_ptr<Tavrin::Vision::IImage> image);
+    std::shared_ptr<Tavrin::Vision::Record> LastRunRecord() { return tool_->CreateLastRunRecord(); }
+
+private:
+    rttr::instance Target(const std::string& address, std::string& parameter) const;
+
+    std::shared_ptr<DLRuntimeTool> tool_;
+};
+
+// The models of a tool that has them, read by reflection; empty for other tools.
+std::vector<std::shared_ptr<DLBlueModel>> ModelsOf(const DLToolRuntimeParams& tool);
+
+} // namespace TavrinCli
