@@ -6,12 +6,14 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include <opencv2/imgcodecs.hpp>
+#include <tinyxml2.h>
 
 #include <Vision/Core/Image8Grey.h>
 #include <Vision/DeepLearning/DeepLearning.h>
@@ -109,8 +111,27 @@ Example& Shared() {
     return example;
 }
 
-// What any client of the engine does at the least for one image: the image record, a sample,
-// the analysis and its document, the releases.
+// The resource images an answer names, fetched while the sample lives and released.
+class ResourceFetch : public tinyxml2::XMLVisitor {
+public:
+    bool VisitEnter(tinyxml2::XMLElement const& element, tinyxml2::XMLAttribute const*) override {
+        if (char const* uuid = std::strcmp(element.Name(), "resource") == 0
+                                   ? element.Attribute("uuid")
+                                   : nullptr) {
+            auto& kelo = Engine();
+            EngineImage image{};
+            Require(kelo.kelo_init_image(&image), "kelo_init_image");
+            Require(kelo.kelo_resource_get_image(uuid, &image), "kelo_resource_get_image");
+            benchmark::DoNotOptimize(image.pixels);
+            kelo.kelo_free_image(&image);
+        }
+        return true;
+    }
+};
+
+// What any client of the engine does at the least for the answer the library gives: the image
+// record, a sample, the analysis, its document parsed and its resource images fetched, the
+// releases.
 void DirectRun(std::string const& stream, cv::Mat const& grey, EngineBuffer& buffer) {
     auto& kelo = Engine();
     char const* const sample = "sample";
@@ -130,7 +151,11 @@ void DirectRun(std::string const& stream, cv::Mat const& grey, EngineBuffer& buf
             "kelo_runtime_sample_process");
     Require(kelo.kelo_runtime_get_sample(DirectId, stream.c_str(), sample, &buffer),
             "kelo_runtime_get_sample");
-    benchmark::DoNotOptimize(buffer.text);
+    tinyxml2::XMLDocument answer;
+    if (answer.Parse(buffer.text) != tinyxml2::XML_SUCCESS)
+        throw std::runtime_error("the engine's answer is no XML document");
+    ResourceFetch fetch;
+    answer.Accept(&fetch);
     kelo.kelo_runtime_free_sample(DirectId, stream.c_str(), sample);
     kelo.kelo_free_image(&image);
 }

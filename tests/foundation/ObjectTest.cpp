@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <regex>
+#include <set>
+#include <string>
+
 #include <Vision/Foundation.h>
 
 namespace {
@@ -116,6 +120,22 @@ TEST(Event, ScopedConnectionDisconnectsWhenDropped) {
     }
     event.Raise();
     EXPECT_EQ(calls, 1);
+}
+
+} // namespace
+
+namespace {
+
+// Version 4, the RFC variant, lower-case hex in groups of 8-4-4-4-12; never the same twice.
+TEST(PalUtils, NewGuidIsARandomVersionFourGuid) {
+    std::regex const form("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}");
+    std::set<std::string> seen;
+    for (int i = 0; i < 1000; ++i) {
+        std::string const guid = Tavrin::Vision::Private::PalUtils::NewGuid();
+        ASSERT_TRUE(std::regex_match(guid, form)) << guid;
+        seen.insert(guid);
+    }
+    EXPECT_EQ(seen.size(), 1000u);
 }
 
 } // namespace

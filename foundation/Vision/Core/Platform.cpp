@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
@@ -27,7 +28,9 @@ ShutdownRegistry& Registry() {
     return registry;
 }
 
-void RunShutdownAtExit() { tsys_shutdown_runEarly(); }
+void RunShutdownAtExit() {
+    tsys_shutdown_runEarly();
+}
 
 void AppendUtf8(std::string& out, char32_t c) {
     if (c < 0x80) {
@@ -89,19 +92,26 @@ void tsys_shutdown_runEarly() {
 
 namespace Tavrin::Vision::Private {
 
+// Every run names its sample with one, so it is formatted by hand rather than by snprintf.
 std::string PalUtils::NewGuid() {
     thread_local std::mt19937_64 generator{std::random_device{}()};
-    std::uniform_int_distribution<unsigned> byte(0, 255);
     unsigned char bytes[16];
-    for (unsigned char& b : bytes)
-        b = static_cast<unsigned char>(byte(generator));
+    for (int half = 0; half < 2; ++half) {
+        std::uint64_t bits = generator();
+        for (int i = 0; i < 8; ++i, bits >>= 8)
+            bytes[half * 8 + i] = static_cast<unsigned char>(bits);
+    }
     bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40);
     bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3F) | 0x80);
-    char text[37];
-    std::snprintf(text, sizeof text,
-                  "%02x%02x%02x%02x-%02x%02x-%02x%02x-%02x%02x-%02x%02x%02x%02x%02x%02x", bytes[0],
-                  bytes[1], bytes[2], bytes[3], bytes[4], bytes[5], bytes[6], bytes[7], bytes[8],
-                  bytes[9], bytes[10], bytes[11], bytes[12], bytes[13], bytes[14], bytes[15]);
+    static char const digits[] = "0123456789abcdef";
+    std::string text;
+    text.reserve(36);
+    for (int i = 0; i < 16; ++i) {
+        if (i == 4 || i == 6 || i == 8 || i == 10)
+            text += '-';
+        text += digits[bytes[i] >> 4];
+        text += digits[bytes[i] & 0x0F];
+    }
     return text;
 }
 
