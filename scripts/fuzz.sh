@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Builds the fuzz targets with clang and libFuzzer in a build of their own (only the libraries,
+# the test engine and the targets) and runs each for SECONDS (default 10), starting from its
+# seeds in fuzz/corpus. New inputs collect in build/fuzz/corpus; a finding stops the script and
+# leaves its input in build/fuzz/findings/<target>/.
+set -euo pipefail
+root="$(cd "$(dirname "$0")/.." && pwd)"
+build="${TAVRIN_FUZZ_BUILD_DIR:-$root/build/fuzz}"
+seconds="${1:-10}"
+targets=(ResultDocument CatalogueListing ParameterText Archive)
+
+cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_C_COMPILER=clang-14 \
+    -DCMAKE_CXX_COMPILER=clang++-14 -DTAVRIN_BUILD_FUZZERS=ON -DTAVRIN_BUILD_TESTS=OFF \
+    -DTAVRIN_BUILD_BENCHMARKS=OFF -DTAVRIN_BUILD_REFERENCE_ENGINE=OFF >/dev/null
+cmake --build "$build" --target "${targets[@]/#/fuzz_}" --parallel "$(nproc)"
+
+# An input of at most 16 KiB may take no single allocation beyond 64 MiB, nor 2 GiB in all.
+for target in "${targets[@]}"; do
+    findings="$build/findings/$target"
+    rm -rf "$findings"
+    mkdir -p "$build/corpus/$target" "$findings"
+    status=0
+    "$build/fuzz/fuzz_$target" -max_total_time="$seconds" -max_len=16384 -malloc_limit_mb=64 \
+        -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$findings/" \
+        "$build/corpus/$target" "$root/fuzz/corpus/$target" >"$findings.log" 2>&1 || status=$?
+    echo "fuzz: $target, $(grep -m1 -o 'number_of_executed_units: *[0-9]*' "$findings.log" | grep -o '[0-9]*$' || echo 0) runs in ${seconds}s"
+    if [ "$status" -ne 0 ] || ls "$findings"/* >/dev/null 2>&1; then
+        tail -n 40 "$findings.log" >&2
+        echo "fuzz: $target failed; its input is kept in $findings" >&2
+        exit 1
+    fi
+done
