@@ -14,13 +14,13 @@ cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_C_COMPILER=clang-1
     -DTAVRIN_BUILD_BENCHMARKS=OFF -DTAVRIN_BUILD_REFERENCE_ENGINE=OFF >/dev/null
 cmake --build "$build" --target "${targets[@]/#/fuzz_}" --parallel "$(nproc)"
 
-# An input of at most 16 KiB may take no single allocation beyond 64 MiB, nor 2 GiB in all.
+# An input of at most 16 KiB may take no single allocation beyond 96 MiB, nor 2 GiB in all.
 for target in "${targets[@]}"; do
     findings="$build/findings/$target"
     rm -rf "$findings"
     mkdir -p "$build/corpus/$target" "$findings"
     status=0
-    "$build/fuzz/fuzz_$target" -max_total_time="$seconds" -max_len=16384 -malloc_limit_mb=64 \
+    "$build/fuzz/fuzz_$target" -max_total_time="$seconds" -max_len=16384 -malloc_limit_mb=96 \
         -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$findings/" \
         "$build/corpus/$target" "$root/fuzz/corpus/$target" >"$findings.log" 2>&1 || status=$?
     echo "fuzz: $target, $(grep -m1 -o 'number_of_executed_units: *[0-9]*' "$findings.log" | grep -o '[0-9]*$' || echo 0) runs in ${seconds}s"
