@@ -15,6 +15,7 @@ cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_C_COMPILER=clang-1
 cmake --build "$build" --target "${targets[@]/#/fuzz_}" --parallel "$(nproc)"
 
 # An input of at most 16 KiB may take no single allocation beyond 96 MiB, nor 2 GiB in all.
+failed=()
 for target in "${targets[@]}"; do
     findings="$build/findings/$target"
     rm -rf "$findings"
@@ -23,10 +24,12 @@ for target in "${targets[@]}"; do
     "$build/fuzz/fuzz_$target" -max_total_time="$seconds" -max_len=16384 -malloc_limit_mb=96 \
         -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$findings/" \
         "$build/corpus/$target" "$root/fuzz/corpus/$target" >"$findings.log" 2>&1 || status=$?
-    echo "fuzz: $target, $(grep -m1 -o 'number_of_executed_units: *[0-9]*' "$findings.log" | grep -o '[0-9]*$' || echo 0) runs in ${seconds}s"
+    runs=$(grep -o 'number_of_executed_units: *[0-9]*' "$findings.log" | grep -o '[0-9]*$' || echo 0)
+    echo "fuzz: $target, $runs runs in ${seconds}s"
     if [ "$status" -ne 0 ] || ls "$findings"/* >/dev/null 2>&1; then
-        tail -n 40 "$findings.log" >&2
-        echo "fuzz: $target failed; its input is kept in $findings" >&2
-        exit 1
+        grep -E "ERROR|SUMMARY|runtime error|terminate|what\(\)" "$findings.log" | head -n 5 >&2
+        echo "fuzz: $target failed; its input is kept in $findings, the log in $findings.log" >&2
+        failed+=("$target")
     fi
 done
+[ ${#failed[@]} -eq 0 ] || { echo "fuzz: failed: ${failed[*]}" >&2; exit 1; }
