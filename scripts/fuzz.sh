@@ -1,13 +1,16 @@
 #!/usr/bin/env bash
+# Usage: scripts/fuzz.sh [SECONDS [TARGET...]]
 # Builds the fuzz targets with clang and libFuzzer in a build of their own (only the libraries,
-# the test engine and the targets) and runs each for SECONDS (default 10), starting from its
-# seeds in fuzz/corpus. New inputs collect in build/fuzz/corpus; a finding stops the script and
-# leaves its input in build/fuzz/findings/<target>/.
+# the test engine and the targets) and runs each target named, all four by default, for SECONDS
+# (default 10), starting from its seeds in fuzz/corpus. New inputs collect in build/fuzz/corpus;
+# a target that finds something leaves the input in build/fuzz/findings/<target>/, and the
+# script fails once every target has run.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build="${TAVRIN_FUZZ_BUILD_DIR:-$root/build/fuzz}"
 seconds="${1:-10}"
 targets=(ResultDocument CatalogueListing ParameterText Archive)
+[ $# -le 1 ] || targets=("${@:2}")
 
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_C_COMPILER=clang-14 \
     -DCMAKE_CXX_COMPILER=clang++-14 -DTAVRIN_BUILD_FUZZERS=ON -DTAVRIN_BUILD_TESTS=OFF \
