@@ -182,8 +182,13 @@ DeepLearningAccess::LoadModels(std::shared_ptr<DLToolRuntimeParams> const& tool)
     if (auto root = ParseListing(document, accessBuffer_->buffer.text))
         for (auto element = root->FirstChildElement("model"); element;
              element = element->NextSiblingElement("model")) {
-            ModelPtr model =
-                BuildModelOfType(tool, Attribute(*element, "id"), Attribute(*element, "type"));
+            char const* type = Attribute(*element, "type");
+            ModelPtr model = BuildModelOfType(tool, Attribute(*element, "id"), type);
+            // The engine lists only the four model types; a listing with another cannot be read.
+            if (!model)
+                throw DeepLearningException(DeepLearningExceptionCodes::CannotListModels,
+                                            std::string(ExceptionTexts::CannotListModels) +
+                                                ": no model type is named \"" + type + "\"");
             model->FinalConstruct();
             models.push_back(std::move(model));
         }

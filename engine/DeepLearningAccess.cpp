@@ -160,12 +160,32 @@ long DeepLearningAccess::Disconnect(void*) {
     return 0;
 }
 
+namespace {
+
+// Operators are made and dropped on the host's threads, each changing the list of subscribers.
+std::mutex& SubscribersMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
+
+bool IsSubscribed(DLOperator* op) {
+    std::lock_guard<std::mutex> lock(SubscribersMutex());
+    auto const& subscribers = State().ShutdownSubscribers;
+    return std::find(subscribers.begin(), subscribers.end(), op) != subscribers.end();
+}
+
+} // namespace
+
 void DeepLearningAccess::SubscribeOnShutdown(DLOperator* op) {
-    State().ShutdownSubscribers.push_back(op);
+    {
+        std::lock_guard<std::mutex> lock(SubscribersMutex());
+        State().ShutdownSubscribers.push_back(op);
+    }
     tsys_shutdown_registerEarly(&DeepLearningAccess::OperatorShutdownHook, op);
 }
 
 void DeepLearningAccess::UnsubscribeOnShutDown(DLOperator* op) {
+    std::lock_guard<std::mutex> lock(SubscribersMutex());
     auto& subscribers = State().ShutdownSubscribers;
     auto found = std::find(subscribers.begin(), subscribers.end(), op);
     if (found != subscribers.end())
@@ -174,9 +194,8 @@ void DeepLearningAccess::UnsubscribeOnShutDown(DLOperator* op) {
 
 long DeepLearningAccess::OperatorShutdownHook(void* context) {
     auto* op = static_cast<DLOperator*>(context);
-    auto& subscribers = State().ShutdownSubscribers;
     // The platform keeps the registration of an operator that has gone; the list tells.
-    if (std::find(subscribers.begin(), subscribers.end(), op) == subscribers.end())
+    if (!IsSubscribed(op))
         return 0;
     try {
         op->setWorkspace(nullptr);

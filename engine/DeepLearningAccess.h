@@ -47,7 +47,7 @@ enum class DeepLearningExceptionCodes : int;
 
 namespace Private {
 
-class EngineFunctionTable;
+struct EngineFunctionTable;
 
 // The engine failure message: the fixed prefix, ": ", and the engine's text for the status,
 // read through the given buffer.

@@ -2,6 +2,7 @@
 
 #include <langinfo.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
@@ -19,7 +20,8 @@ namespace {
 template <class Convert> auto ConvertToken(std::string_view token, Convert convert) {
     char local[64];
     if (token.size() < sizeof local) {
-        std::memcpy(local, token.data(), token.size());
+        // An empty token may have no data at all, which memcpy must not be given.
+        std::copy(token.begin(), token.end(), local);
         local[token.size()] = '\0';
         return convert(local);
     }

@@ -10,6 +10,7 @@
 #include "Vision/DeepLearning/DeepLearningExceptions.h"
 #include "engine/DeepLearningAccess.h"
 #include "engine/ProcessState.h"
+#include "engine/WorkspaceTables.h"
 
 namespace Tavrin::Vision::DeepLearning::Private {
 
@@ -36,9 +37,17 @@ SerializerOptionsConstants const CloneOptions = static_cast<SerializerOptionsCon
 
 } // namespace
 
+std::recursive_mutex& WorkspaceTablesMutex() {
+    static std::recursive_mutex mutex;
+    return mutex;
+}
+
 std::shared_ptr<DLWorkspace> DeepLearningAccess::OpenWorkspace(std::string const& path) {
     std::lock_guard<std::recursive_mutex> lock(accessLock_);
     InitBuffer();
+    // Held to the end, so that a clone closing elsewhere cannot take the master away between
+    // finding it and registering the new clone.
+    std::lock_guard<std::recursive_mutex> tables(WorkspaceTablesMutex());
     EngineFunctionTable& engine = Engine();
     auto found = engine.OpenFiles.find(path);
     std::string const id = Vision::Private::PalUtils::NewGuid();
@@ -114,11 +123,13 @@ std::shared_ptr<DLWorkspace> DeepLearningAccess::Clone(std::shared_ptr<DLWorkspa
         throw SerializationException(e.what());
     }
     clone->sourceFile_ = master->sourceFile_;
+    std::lock_guard<std::recursive_mutex> tables(WorkspaceTablesMutex());
     Engine().CloneLists[master->name_].push_back(clone);
     return clone;
 }
 
 void DeepLearningAccess::CloseWorkspace(DLWorkspace const& workspace) {
+    std::lock_guard<std::recursive_mutex> tables(WorkspaceTablesMutex());
     EngineFunctionTable& engine = Engine();
     auto clones = engine.CloneLists.find(workspace.name_);
     if (clones == engine.CloneLists.end())
@@ -140,6 +151,7 @@ std::shared_ptr<DLWorkspace> DeepLearningAccess::GetWorkspace(std::string const&
     ProcessState& state = State();
     if (!state.table)
         return nullptr;
+    std::lock_guard<std::recursive_mutex> tables(WorkspaceTablesMutex());
     for (auto const& entry : state.table->OpenFiles)
         if (entry.second.master->name_ == id)
             return entry.second.master;

@@ -7,6 +7,7 @@
 #include "Vision/DeepLearning/DeepLearningExceptions.h"
 #include "engine/DeepLearningAccess.h"
 #include "engine/ProcessState.h"
+#include "engine/WorkspaceTables.h"
 
 namespace Tavrin::Vision::DeepLearning::Private {
 
@@ -57,12 +58,15 @@ template <class Use> auto DeepLearningAccess::WithKeysOf(DLToolRuntimeParams con
 
 char const* DeepLearningAccess::GetParameter(DLToolRuntimeParams const& tool, char const* path) {
     std::lock_guard<std::recursive_mutex> lock(accessLock_);
+    // The cache loses a closed workspace's entries on the thread that closes it.
+    std::lock_guard<std::recursive_mutex> tables(WorkspaceTablesMutex());
     return WithKeysOf(tool, [&](ParameterKeys& keys) { return ReadParameter(keys, path); });
 }
 
 bool DeepLearningAccess::SetParameter(DLToolRuntimeParams const& tool, char const* path,
                                       char const* value) {
     std::lock_guard<std::recursive_mutex> lock(accessLock_);
+    std::lock_guard<std::recursive_mutex> tables(WorkspaceTablesMutex());
     return WithKeysOf(tool, [&](ParameterKeys& keys) { return WriteParameter(keys, path, value); });
 }
 

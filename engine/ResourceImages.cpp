@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -56,12 +57,15 @@ template <class Sample> tvPelBuffer<Sample> GreyPels(EngineImage const& record, 
             std::memcpy(out, source + row * sourcePitch, sizeof(Sample) * outWidth);
         return pels;
     }
+    // Capped before the conversion: a small scale takes the quotient past any integer.
+    auto sourceIndex = [](int index, double scale, int count) {
+        return static_cast<int>(std::min(index / scale, static_cast<double>(count - 1)));
+    };
     std::vector<int> columns(static_cast<std::size_t>(outWidth));
     for (int column = 0; column < outWidth; ++column)
-        columns[column] = std::min(static_cast<int>(column / scaleX), width - 1);
+        columns[column] = sourceIndex(column, scaleX, width);
     for (int row = 0; row < outHeight; ++row, out += outWidth) {
-        Sample const* sourceRow =
-            source + std::min(static_cast<int>(row / scaleY), height - 1) * sourcePitch;
+        Sample const* sourceRow = source + sourceIndex(row, scaleY, height) * sourcePitch;
         for (int column = 0; column < outWidth; ++column)
             out[column] = sourceRow[columns[column]];
     }
@@ -89,6 +93,20 @@ std::shared_ptr<IImage> MakeResourceImage24PlanarColor(EngineImage const& record
         }
     return PxlUtils::MakeImage24PlanarColor(
         tv3PlanePelBuffer(tvPelRoot<tv3PlanePel>(planes[0], planes[1], planes[2])), nullptr);
+}
+
+// The document gives the size of a resampled map. A size that no image can have is a bad
+// document, and the bound keeps one short document from asking for memory without end.
+void CheckResampledSize(Vect2 const& size) {
+    constexpr double maximumSide = 65536;
+    constexpr double maximumPels = 1 << 25;
+    double const width = size.X();
+    double const height = size.Y();
+    // Written so that a NaN fails as well.
+    if (!(width >= 0 && height >= 0 && width < maximumSide && height < maximumSide &&
+          std::floor(width) * std::floor(height) <= maximumPels))
+        ThrowBadDocument("a resampled resource needs a size from 0 to 65535 on each side and "
+                         "at most 33554432 pels");
 }
 
 std::shared_ptr<IImage> MakeResourceImage(EngineImage const& record, Vect2 const* size) {
@@ -147,6 +165,8 @@ CreateResourcesIf(bool addImageRecords, XMLElement const& parent,
             double const scale = scaleText ? ParseRealStrict(scaleText) : 1.0;
             // Only score maps are resampled, and only where the caller gives a size.
             bool const resample = size && name.find("score_map") != std::string::npos;
+            if (resample)
+                CheckResampledSize(*size);
             auto image = DeepLearningAccess::GetResourceImage(uuid, resample ? size : nullptr);
             resources.push_back(Brnt::CreateObject<DLResultResource>(
                 std::move(name), type, std::move(uuid), std::move(image), scale));

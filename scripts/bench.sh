@@ -6,6 +6,7 @@ root="$(cd "$(dirname "$0")/.." && pwd)"
 build="$root/build/release"
 
 "$root/scripts/setup.sh"
+. "$root/scripts/compiler-cache.sh"
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >/dev/null
 cmake --build "$build" --parallel "$(nproc)"
 

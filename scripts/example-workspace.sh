@@ -9,6 +9,7 @@ example="$build/example"
 sheet="$(dpkg -L opencv-doc | grep '/digits\.png$' | head -n 1)"
 
 "$root/scripts/setup.sh"
+. "$root/scripts/compiler-cache.sh"
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >/dev/null
 cmake --build "$build" --parallel "$(nproc)" --target kelo_61_reference kelo_train kelo_example_data
 rm -rf "$example"

@@ -10,6 +10,7 @@ example="$build/example"
 results="$build/results"
 
 "$root/scripts/setup.sh"
+. "$root/scripts/compiler-cache.sh"
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >/dev/null
 cmake --build "$build" --parallel "$(nproc)"
 cmake --install "$build" --prefix "$prefix" >/dev/null

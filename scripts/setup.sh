@@ -8,6 +8,8 @@ packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libopencv-ml-dev
     libcli11-dev nlohmann-json3-dev
+    clang-14 libclang-rt-14-dev
+    ccache
     opencv-doc
 )
 

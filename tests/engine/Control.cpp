@@ -1,6 +1,7 @@
 // The test's side of the engine.
 #include "TestEngine.h"
 #include "TestEngineControl.h"
+#include "TestEngineListings.h"
 
 #include <optional>
 #include <stdexcept>
@@ -88,6 +89,12 @@ const char* testkelo_parameter(const char* workspaceId, const char* streamId, co
 
 void testkelo_set_result_document(const char* document) {
     withEngine([&](TestEngine& test) { test.engine().setResultDocument(optionalText(document)); });
+}
+
+void testkelo_set_listing(const char* entryPoint, const char* text) {
+    withEngine([&](TestEngine& test) {
+        test.engine().setListing(required(entryPoint), optionalText(text));
+    });
 }
 
 void testkelo_add_resource_image(const char* uuid, const EngineImage* image) {

@@ -99,19 +99,31 @@ void Engine::closeWorkspace(const char* workspaceId) {
 }
 
 void Engine::listWorkspaces(EngineBuffer* buffer) {
+    if (writeScriptedListing("kelo_runtime_list_workspaces", buffer)) {
+        return;
+    }
     write(buffer, workspaceListing(workspaces_));
 }
 
 void Engine::listStreams(const char* workspaceId, EngineBuffer* buffer) {
+    if (writeScriptedListing("kelo_runtime_list_streams", buffer)) {
+        return;
+    }
     write(buffer, streamListing(workspace(engineText(workspaceId)).content));
 }
 
 void Engine::listTools(const char* workspaceId, const char* streamId, EngineBuffer* buffer) {
+    if (writeScriptedListing("kelo_runtime_list_tools", buffer)) {
+        return;
+    }
     write(buffer, toolListing(stream(workspaceId, streamId)));
 }
 
 void Engine::listModels(const char* workspaceId, const char* streamId, const char* toolId,
                         EngineBuffer* buffer) {
+    if (writeScriptedListing("kelo_runtime_blue_list_models", buffer)) {
+        return;
+    }
     write(buffer, modelListing(findTool(stream(workspaceId, streamId), engineText(toolId))));
 }
 
@@ -225,6 +237,27 @@ const std::string& Engine::parameter(const std::string& workspaceId, const std::
 
 void Engine::setResultDocument(std::optional<std::string> document) {
     resultDocument_ = std::move(document);
+}
+
+void Engine::setListing(const std::string& entryPoint, std::optional<std::string> text) {
+    if (entryPoint != "kelo_runtime_list_workspaces" && entryPoint != "kelo_runtime_list_streams" &&
+        entryPoint != "kelo_runtime_list_tools" && entryPoint != "kelo_runtime_blue_list_models") {
+        throw std::invalid_argument("'" + entryPoint + "' is no listing entry point");
+    }
+    if (text) {
+        scriptedListings_[entryPoint] = std::move(*text);
+    } else {
+        scriptedListings_.erase(entryPoint);
+    }
+}
+
+bool Engine::writeScriptedListing(const char* entryPoint, EngineBuffer* buffer) {
+    auto scripted = scriptedListings_.find(entryPoint);
+    if (scripted == scriptedListings_.end()) {
+        return false;
+    }
+    write(buffer, scripted->second);
+    return true;
 }
 
 void Engine::addResourceImage(const std::string& uuid, const EngineImage& image) {

@@ -76,6 +76,7 @@ public:
     const std::string& parameter(const std::string& workspaceId, const std::string& streamId,
                                  const std::string& toolId, const std::string& path);
     void setResultDocument(std::optional<std::string> document);
+    void setListing(const std::string& entryPoint, std::optional<std::string> text);
     void addResourceImage(const std::string& uuid, const EngineImage& image);
     EngineImage lastSampleImage() const { return lastSampleImage_; }
     TestKeloCreatedImage lastCreatedImage() const { return lastCreatedImage_; }
@@ -83,6 +84,8 @@ public:
 
 private:
     void write(EngineBuffer* buffer, std::string text);
+    // Writes the listing scripted for the entry point, if there is one.
+    bool writeScriptedListing(const char* entryPoint, EngineBuffer* buffer);
     OpenWorkspace& workspace(const std::string& workspaceId);
     Stream& stream(const char* workspaceId, const char* streamId);
     std::vector<Sample>::iterator sample(const char* workspaceId, const char* streamId,
@@ -95,6 +98,7 @@ private:
     std::vector<Sample> samples_;
     std::map<std::string, ResourceImage> resourceImages_;
     std::optional<std::string> resultDocument_;
+    std::map<std::string, std::string> scriptedListings_;
     std::string lastError_;
     EngineImage lastSampleImage_{};
     TestKeloCreatedImage lastCreatedImage_{};
