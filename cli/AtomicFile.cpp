@@ -18,7 +18,10 @@ std::filesystem::path MakeTemporaryBeside(const std::filesystem::path& target) {
         target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
     std::error_code ignored;
     std::filesystem::create_directories(folder, ignored);
-    std::string pattern = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
+    // mkstemp replaces the six trailing placeholder letters with a unique suffix.
+    std::string const placeholders(6, 'X');
+    std::string pattern =
+        (folder / ("." + target.filename().string() + "." + placeholders)).string();
     const int descriptor = mkstemp(pattern.data());
     if (descriptor < 0)
         throw CommandError("cannot write " + target.string() + ": " + std::strerror(errno));
