@@ -18,10 +18,10 @@ std::filesystem::path MakeTemporaryBeside(const std::filesystem::path& target) {
         target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
     std::error_code ignored;
     std::filesystem::create_directories(folder, ignored);
-    // mkstemp replaces the six trailing placeholder letters with a unique suffix.
-    std::string const placeholders(6, 'X');
+    // mkstemp turns the last six letters of the name into a unique suffix.
+    std::string const uniqueSuffix(6, 'X');
     std::string pattern =
-        (folder / ("." + target.filename().string() + "." + placeholders)).string();
+        (folder / ("." + target.filename().string() + "." + uniqueSuffix)).string();
     const int descriptor = mkstemp(pattern.data());
     if (descriptor < 0)
         throw CommandError("cannot write " + target.string() + ": " + std::strerror(errno));
