@@ -4,6 +4,46 @@
 
 namespace Tavrin::Vision {
 
+namespace {
+
+// Where the stream ends, or -1 when it can't seek; it is left where it stood.
+std::istream::pos_type EndOf(std::basic_istream<char>& stream) {
+    std::istream::pos_type const start = stream.tellg();
+    if (start == std::istream::pos_type(-1))
+        return start;
+    stream.seekg(0, std::ios::end);
+    std::istream::pos_type const end = stream.tellg();
+    stream.seekg(start);
+    return end;
+}
+
+} // namespace
+
+VisionBinaryInputArchive::VisionBinaryInputArchive(std::basic_istream<char>& stream,
+                                                   SerializerOptionsConstants options)
+    : cereal::PortableBinaryInputArchive(stream)
+    , VisionArchiveWithOptions(options)
+    , stream_(stream)
+    , end_(EndOf(stream)) {}
+
+void VisionBinaryInputArchive::RequireElements(std::uint64_t count,
+                                               std::size_t elementSize) const {
+    std::istream::pos_type const at = stream_.tellg();
+    if (end_ == std::istream::pos_type(-1) || at == std::istream::pos_type(-1) || elementSize == 0)
+        return;
+    auto const bytesLeft = static_cast<std::uint64_t>(end_ > at ? end_ - at : 0);
+    if (count > bytesLeft / elementSize)
+        throw cereal::Exception("The archive states " + std::to_string(count) +
+                                " elements, more than the " + std::to_string(bytesLeft) +
+                                " bytes left in the input stream can hold");
+}
+
+void RequireArchivedElements(cereal::PortableBinaryInputArchive& archive, std::uint64_t count,
+                             std::size_t elementSize) {
+    if (auto const* vision = dynamic_cast<VisionBinaryInputArchive const*>(&archive))
+        vision->RequireElements(count, elementSize);
+}
+
 void CheckSerializationVersionMismatch(unsigned int archived, unsigned int current,
                                        std::string const& where) {
     // Older versions stay readable; only an archive from a newer build is refused.

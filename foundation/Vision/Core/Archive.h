@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <istream>
 #include <ostream>
@@ -44,13 +45,26 @@ public:
         , VisionArchiveWithOptions(options) {}
 };
 
+// Besides reading, knows where its stream ends, so that a count the archive states (a string's
+// length, a collection's size, an image's pels) is checked against the bytes left before
+// anything is allocated for it: a damaged archive makes the loader allocate at most a fixed
+// multiple of its own size. A stream that can't tell where it ends (a pipe) goes unchecked.
 class VisionBinaryInputArchive : public cereal::PortableBinaryInputArchive,
                                  public VisionArchiveWithOptions {
 public:
-    VisionBinaryInputArchive(std::basic_istream<char>& stream, SerializerOptionsConstants options)
-        : cereal::PortableBinaryInputArchive(stream)
-        , VisionArchiveWithOptions(options) {}
+    VisionBinaryInputArchive(std::basic_istream<char>& stream, SerializerOptionsConstants options);
+
+    // Throws cereal::Exception unless the stream still holds count elements of elementSize bytes.
+    void RequireElements(std::uint64_t count, std::size_t elementSize) const;
+
+private:
+    std::basic_istream<char>& stream_;
+    std::istream::pos_type end_;
 };
+
+// RequireElements when the archive is the foundation's; another archive reads unchecked.
+void RequireArchivedElements(cereal::PortableBinaryInputArchive& archive, std::uint64_t count,
+                             std::size_t elementSize);
 
 // The options of the archive a serialiser was given; any other archive throws std::bad_cast.
 template <class Archive> SerializerOptionsConstants ArchiveOptions(Archive& archive) {
@@ -71,6 +85,17 @@ void CheckLoadedVersion(unsigned int archived, unsigned int current, char const*
 } // namespace Implementation
 
 } // namespace Tavrin::Vision
+
+namespace cereal {
+// Chosen over cereal's own reading of a size tag, for being more specialised: every element of
+// a string or collection takes at least one byte, so a count beyond the bytes left is refused
+// before cereal allocates for it.
+template <class T>
+void CEREAL_SERIALIZE_FUNCTION_NAME(PortableBinaryInputArchive& archive, SizeTag<T>& tag) {
+    archive(tag.size);
+    ::Tavrin::Vision::RequireArchivedElements(archive, static_cast<std::uint64_t>(tag.size), 1);
+}
+} // namespace cereal
 
 // Instantiates a class's serialize member for the two archives the framework uses.
 #define TAVRIN_INSTANTIATE_SERIALIZE(Class)                                                        \

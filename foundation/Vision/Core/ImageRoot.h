@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 #include "Vision/Core/Archive.h"
@@ -73,14 +74,20 @@ private:
 };
 
 // Archives a root's size and its pels row by row, without the row padding; a loaded root
-// has packed rows.
+// has packed rows, made only once the archive is seen to hold them all.
 template <class Archive, class Root>
 void SerializeRoot(Archive& archive, std::shared_ptr<Root>& root) {
     int width = root->Width();
     int height = root->Height();
     archive(width, height);
-    if constexpr (Archive::is_loading::value)
+    if constexpr (Archive::is_loading::value) {
+        if (width >= 0 && height >= 0)
+            RequireArchivedElements(archive,
+                                    static_cast<std::uint64_t>(width) *
+                                        static_cast<std::uint64_t>(height),
+                                    sizeof(*root->FirstPel()));
         root = Brnt::CreateObject<Root>(width, height, 1);
+    }
     for (int y = 0; y < height; ++y)
         archive(cereal::binary_data(root->Row(y), sizeof(*root->FirstPel()) * width));
 }
