@@ -74,7 +74,7 @@ std::shared_ptr<DLResultBlueMatchRegion> CreateBlueMatchRegion(XMLElement const&
     std::string name = RequiredAttribute(region, "name");
     PointValue const origin = ReadPoint(RequiredAttribute(region, "origin"), ",");
     PointValue const size = ReadPoint(RequiredAttribute(region, "size"), "x");
-    int const occurrences = region.IntAttribute("occurrences", 0);
+    int const occurrences = IntAttribute(region, "occurrences", 0);
     auto selection = SelectMatchingBlueFeaturesFromList(region, features);
     // The engine gives the corner; the rectangle is set from its center.
     return Brnt::CreateObject<DLResultBlueMatchRegion>(
@@ -165,11 +165,11 @@ CreateResultMatchPtr(XMLElement const& match, Features const& features, Transfor
 
 std::shared_ptr<DLResultBlue> CreateBlueResult(XMLElement const& blue, ToolPtr const& tool,
                                                TransformPtr const& pose) {
-    bool const oriented = blue.BoolAttribute("oriented", false);
-    bool const scaled = blue.BoolAttribute("scaled", false);
-    bool const aspected = blue.BoolAttribute("aspected", false);
-    bool const showChiclets = blue.BoolAttribute("show_feature_chiclets", false);
-    bool const showRectangular = blue.BoolAttribute("show_rectangular_features", false);
+    bool const oriented = BoolAttribute(blue, "oriented", false);
+    bool const scaled = BoolAttribute(blue, "scaled", false);
+    bool const aspected = BoolAttribute(blue, "aspected", false);
+    bool const showChiclets = BoolAttribute(blue, "show_feature_chiclets", false);
+    bool const showRectangular = BoolAttribute(blue, "show_rectangular_features", false);
 
     // The order of the list gives the numbers that matches refer to.
     Features features;

@@ -91,8 +91,8 @@ std::shared_ptr<DLResultRed> CreateRedResult(XMLElement const& red, ToolPtr cons
 std::shared_ptr<DLResultGreen> CreateGreenResult(XMLElement const& green, ToolPtr const& tool,
                                                  bool addImageRecords) {
     double const threshold = ParseRealStrict(RequiredAttribute(green, "threshold"));
-    bool const exclusive = green.BoolAttribute("exclusive", false);
-    bool const similarityReference = green.BoolAttribute("similarity_reference", false);
+    bool const exclusive = BoolAttribute(green, "exclusive", false);
+    bool const similarityReference = BoolAttribute(green, "similarity_reference", false);
     double const uncertainty = ParseRealStrict(RequiredAttribute(green, "uncertainty"));
     // Nothing under green has a position: its score maps keep the engine's own size.
     auto resources = CreateResourcesIf(addImageRecords, green, nullptr);

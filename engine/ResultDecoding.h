@@ -72,12 +72,14 @@ private:
 char const* RequiredAttribute(tinyxml2::XMLElement const& element, char const* name);
 tinyxml2::XMLElement const& RequiredChild(tinyxml2::XMLElement const& element, char const* name);
 
-// tinyxml2's DoubleAttribute and Int64Attribute, which read with sscanf. The plain numbers that
-// the engine writes read the same here at a fraction of the cost; anything else is left to
-// tinyxml2.
+// tinyxml2's DoubleAttribute, Int64Attribute, IntAttribute and BoolAttribute, which read with
+// sscanf. The plain numbers and words that the engine writes read the same here at a fraction of
+// the cost; anything else is left to tinyxml2.
 double DoubleAttribute(tinyxml2::XMLElement const& element, char const* name, double absent);
 std::int64_t Int64Attribute(tinyxml2::XMLElement const& element, char const* name,
                             std::int64_t absent);
+int IntAttribute(tinyxml2::XMLElement const& element, char const* name, int absent);
+bool BoolAttribute(tinyxml2::XMLElement const& element, char const* name, bool absent);
 
 // Calls visit on each child element of that name, in document order.
 template <class Visit>

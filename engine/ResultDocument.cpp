@@ -71,20 +71,51 @@ double DoubleAttribute(XMLElement const& element, char const* name, double absen
     return element.DoubleAttribute(name, absent);
 }
 
+namespace {
+
+// The number that the digits at the start of a text make, as sscanf reads it; nothing when there
+// is no digit there, too many to be safe from overflow, or a hex prefix, which tinyxml2 reads.
+std::optional<std::int64_t> LeadingDigits(char const* text, int maxDigits) {
+    std::int64_t value = 0;
+    int digits = 0;
+    for (; digits <= maxDigits && text[digits] >= '0' && text[digits] <= '9'; ++digits)
+        value = value * 10 + (text[digits] - '0');
+    bool const hexPrefix = text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
+    if (digits == 0 || digits > maxDigits || hexPrefix)
+        return std::nullopt;
+    return value;
+}
+
+} // namespace
+
 std::int64_t Int64Attribute(XMLElement const& element, char const* name, std::int64_t absent) {
-    // Up to 18 digits never overflow; a leading 0x makes tinyxml2 read hex.
-    constexpr int MaxDigits = 18;
     char const* const text = element.Attribute(name);
     if (!text)
         return absent;
-    std::int64_t value = 0;
-    int digits = 0;
-    for (; digits <= MaxDigits && text[digits] >= '0' && text[digits] <= '9'; ++digits)
-        value = value * 10 + (text[digits] - '0');
-    bool const hexPrefix = text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
-    if (digits == 0 || digits > MaxDigits || hexPrefix)
-        return element.Int64Attribute(name, absent);
-    return value;
+    if (std::optional<std::int64_t> const plain = LeadingDigits(text, 18))
+        return *plain;
+    return element.Int64Attribute(name, absent);
+}
+
+int IntAttribute(XMLElement const& element, char const* name, int absent) {
+    char const* const text = element.Attribute(name);
+    if (!text)
+        return absent;
+    if (std::optional<std::int64_t> const plain = LeadingDigits(text, 9))
+        return static_cast<int>(*plain);
+    return element.IntAttribute(name, absent);
+}
+
+bool BoolAttribute(XMLElement const& element, char const* name, bool absent) {
+    // tinyxml2 tries every text as a number first, with sscanf, before it compares the words.
+    char const* const text = element.Attribute(name);
+    if (!text)
+        return absent;
+    if (std::strcmp(text, "true") == 0)
+        return true;
+    if (std::strcmp(text, "false") == 0)
+        return false;
+    return element.BoolAttribute(name, absent);
 }
 
 XMLElement const& RequiredChild(XMLElement const& element, char const* name) {

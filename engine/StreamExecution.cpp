@@ -1,3 +1,4 @@
+#include <Vision/Core/CoordinateSpaceTree.h>
 #include <Vision/Core/Image16Grey.h>
 #include <Vision/Core/Image24PlanarColor.h>
 #include <Vision/Core/Image8Grey.h>
@@ -54,6 +55,10 @@ bool DescribeImage(IImage const& image, EngineImage& record) {
 
 // The map from the engine's pixels, the image's root space, into the space the caller reads.
 std::shared_ptr<Transform2DLinear> EngineToCallerTransform(IImage const& image) {
+    // An image read in its root space, as most are, maps by exactly the identity; the walk
+    // through its space tree would make five transforms to say so.
+    if (image.SelectedSpaceName() == CoordinateSpaceTree::RootSpaceName)
+        return Brnt::CreateObject<Transform2DLinear>();
     auto const callerToEngine = image.GetTransform("#", image.SelectedSpaceName());
     return Vision::Private::MiscUtils::LinearOrElse(*callerToEngine)->Invert();
 }

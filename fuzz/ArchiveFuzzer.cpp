@@ -1,5 +1,8 @@
 // Archives as a host reads them back, damaged or written by another version: the first byte
-// picks the class loaded and the options, the rest is the archive.
+// picks the class loaded and the options, the rest is the archive. A damaged archive fails with
+// the exception its first fault meets: cereal's for the stream, SerializationException for a
+// version or a missing part, and ArgumentException for a value that its class refuses, as it
+// would from any caller.
 #include <sstream>
 
 #include <cereal/details/helpers.hpp>
@@ -14,8 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     if (size == 0 || !scripted)
         return 0;
     std::istringstream in(Text(data + 1, size - 1));
-    Tolerating<cereal::Exception, Tavrin::Vision::SerializationException>::Run(
-        [&] { ArchivedClasses::Load(data[0], in); });
+    Tolerating<cereal::Exception, Tavrin::Vision::SerializationException,
+               Tavrin::Vision::ArgumentException>::Run([&] { ArchivedClasses::Load(data[0], in); });
     testkelo_clear_log();
     return 0;
 }

@@ -304,12 +304,16 @@ void AddFeatures(GraphicList& graphics, ViewSpace& view, DLResultBlue const& blu
     auto const matches = blue.Matches();
     Features const matched = matches ? CollectMatchFeatures(*matches) : Features{};
     FeatureDrawing drawing{blue.ShowRectangularFeatures(), isRead, !isRead, true};
+    // Room for the usual three graphics a feature (ellipse, marker, label) is made at once.
+    auto const features = blue.Features();
+    graphics.reserve(graphics.size() +
+                     3 * (matched.size() + static_cast<std::size_t>(features->Count())));
     for (auto const& feature : matched)
         AddFeatureGraphics(graphics, view, *feature, drawing);
 
     drawing.showLabel = blue.ShowFeatureChiclets();
     drawing.marked = false;
-    for (auto const& feature : *blue.Features())
+    for (auto const& feature : *features)
         if (!Contains(matched, feature))
             AddFeatureGraphics(graphics, view, *feature, drawing);
 }

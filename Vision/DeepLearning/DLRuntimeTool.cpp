@@ -160,8 +160,9 @@ void DLRuntimeTool::UpdateToolsInResults(DLResult& result, DLWorkspace const& wo
     // Every marking takes the root's tool, not the one its own id names: reloaded results have
     // always been tied this way.
     auto const rootTool = DeepLearningAccess::FindTool(workspace, result.toolId_.c_str());
+    // A damaged archive may hold empty slots in the list; they stay as they are.
     for (auto const& marking : *result.resultImage_->ResultMarking())
-        if (!marking->tool_)
+        if (marking && !marking->tool_)
             marking->tool_ = rootTool;
 }
 
@@ -211,6 +212,10 @@ template <class Archive> void DLRuntimeTool::serialize(Archive& archive, unsigne
             keepsLastRun ? lastRunInputImage_ : droppedLastRunInputImage,
             keepsLastRun ? results_ : droppedResults);
     if constexpr (Archive::is_loading::value) {
+        // Every tool is made with its operator; an archive without one is damaged.
+        if (!operator_)
+            throw SerializationException(
+                "DLRuntimeTool::serialize(): the archive holds no operator");
         auto const workspace = operator_->Workspace();
         if (keepsLastRun && results_ && workspace)
             UpdateToolsInResults(*results_, *workspace);

@@ -1,10 +1,13 @@
 #include <stdexcept>
 
+#include <tinyxml2.h>
+
 #include <Vision/Core/Vect2.h>
 
 #include "EngineTest.h"
 #include "ResultTestSupport.h"
 #include "WorkspaceFiles.h"
+#include "engine/ResultDecoding.h"
 
 namespace {
 
@@ -404,6 +407,23 @@ TEST_F(ResultDecoding, ADocumentThatBreaksTheContractIsRefusedWithoutACrash) {
             EXPECT_EQ(e.Code(), 20);
             EXPECT_EQ(e.Message().rfind("Failed to Parse result: ", 0), 0u) << e.Message();
         }
+    }
+}
+
+// The quick readers of typed attributes answer as tinyxml2's own readers do, whatever the text.
+TEST(ResultAttributes, ReadEveryTextAsTinyxml2Does) {
+    char const* const texts[] = {"true", "false", "True", "FALSE", "1",  "0",     "7x",
+                                 " 7",   "-3",    "0x1F", "2.5",   "1e3", "99999999999",
+                                 "1234567890123456789012", "", "yes"};
+    for (char const* text : texts) {
+        SCOPED_TRACE(text);
+        tinyxml2::XMLDocument document;
+        tinyxml2::XMLElement& element = *document.NewElement("e");
+        element.SetAttribute("a", text);
+        EXPECT_EQ(Private::BoolAttribute(element, "a", true), element.BoolAttribute("a", true));
+        EXPECT_EQ(Private::IntAttribute(element, "a", -1), element.IntAttribute("a", -1));
+        EXPECT_EQ(Private::Int64Attribute(element, "a", -1), element.Int64Attribute("a", -1));
+        EXPECT_EQ(Private::DoubleAttribute(element, "a", -1), element.DoubleAttribute("a", -1));
     }
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <stdexcept>
 
@@ -268,6 +269,20 @@ TEST(RedThresholdText, ReadsBothNumbersSkippingTheFirstAndLastCharacterUnseen) {
     EXPECT_EQ(Parse("[ 0.5 , 1e-1]").upper, 0.1);
     EXPECT_EQ(Tavrin::Vision::DeepLearning::Private::ComposeThresholdText(0.3, 0.75),
               "[0.300000,0.750000]");
+}
+
+// Reals go to the engine exactly as printf's "%f" writes them, rounding and extremes included.
+TEST(ParameterText, FormatsRealsAsPrintfFixed) {
+    double const values[] = {0.1, -0.0, 0.0000005, 0.0000015, 2.5e-7, 123456789.123456789,
+                             -1e300, std::numeric_limits<double>::max(),
+                             std::numeric_limits<double>::denorm_min(),
+                             std::numeric_limits<double>::infinity(),
+                             std::numeric_limits<double>::quiet_NaN()};
+    for (double const value : values) {
+        char expected[400];
+        std::snprintf(expected, sizeof expected, "%f", value);
+        EXPECT_EQ(Tavrin::Vision::DeepLearning::Private::FormatReal(value), expected);
+    }
 }
 
 TEST(RedThresholdText, FailsWithTheStandardTextsAndKeepsALowerParsedBefore) {

@@ -33,9 +33,9 @@ void VisionBinaryInputArchive::RequireElements(std::uint64_t count,
         return;
     auto const bytesLeft = static_cast<std::uint64_t>(end_ > at ? end_ - at : 0);
     if (count > bytesLeft / elementSize)
-        throw cereal::Exception("The archive states " + std::to_string(count) +
-                                " elements, more than the " + std::to_string(bytesLeft) +
-                                " bytes left in the input stream can hold");
+        // The words of cereal's own short read, which is what this is, found before the read.
+        throw cereal::Exception("Failed to read " + std::to_string(count * elementSize) +
+                                " bytes from input stream! Read " + std::to_string(bytesLeft));
 }
 
 void RequireArchivedElements(cereal::PortableBinaryInputArchive& archive, std::uint64_t count,
