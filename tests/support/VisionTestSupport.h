@@ -102,4 +102,18 @@ template <class T> std::shared_ptr<T> RoundTrip(std::shared_ptr<T> const& origin
     return Loaded<T>(Saved(original));
 }
 
+// The refusal of an object saved through a shareable base pointer once the version written for
+// its class (level 0) or for one of its bases (level 1 and on) is raised past 1. That version
+// follows the endianness byte, the polymorphic id, the registered name and the pointer id.
+inline std::string NewerVersionRefusal(std::shared_ptr<Tavrin::Vision::ShareableBase> const& object,
+                                       std::string const& name, std::size_t level) {
+    std::string bytes = Saved(object);
+    std::size_t const versionAt = 1 + 4 + 8 + name.size() + 4 + 4 * level;
+    if (bytes.compare(1 + 4 + 8, name.size(), name) != 0 || bytes.at(versionAt) != 1)
+        return "not saved under " + name + " at version 1";
+    bytes[versionAt] = 2;
+    return MessageOf<Tavrin::Vision::SerializationException>(
+        [&] { Loaded<Tavrin::Vision::ShareableBase>(bytes); });
+}
+
 } // namespace VisionTest
