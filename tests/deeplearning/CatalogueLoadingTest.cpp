@@ -1,5 +1,6 @@
 #include "EngineTest.h"
 #include "Vision/DeepLearning/DeepLearning.h"
+#include "VisionTestSupport.h"
 #include "WorkspaceFiles.h"
 
 namespace {
@@ -8,6 +9,8 @@ using namespace Tavrin::Vision::DeepLearning;
 using Private::DeepLearningAccess;
 using Peer = Private::DeepLearningAccessTestPeer;
 using Texts = std::vector<std::string>;
+using VisionTest::CodeAndMessage;
+using VisionTest::CodeAndMessageOf;
 using WorkspaceFiles::AddQuickRedTool;
 
 char const* const File = "/workspaces/tree.kelo";
@@ -48,17 +51,18 @@ TEST_F(CatalogueLoading, BuildsTheTreeDepthFirstChildrenBeforeParents) {
     std::string const id = workspace_->Name();
     Texts listings;
     Texts readers;
-    for (std::string const& call : WorkspaceFiles::CallsFrom("kelo_runtime_open_workspace_from_file")) {
+    for (std::string const& call :
+         WorkspaceFiles::CallsFrom("kelo_runtime_open_workspace_from_file")) {
         if (call.rfind("kelo_runtime_tool_get_parameter(", 0) == 0)
             readers.push_back(WorkspaceFiles::Arguments(call)[2]);
         else
             listings.push_back(call);
     }
-    EXPECT_EQ(listings, (Texts{"kelo_runtime_open_workspace_from_file(" + id + "," + File + ")",
-                               "kelo_runtime_list_workspaces()",
-                               "kelo_runtime_list_streams(" + id + ")",
-                               "kelo_runtime_list_tools(" + id + ",first)",
-                               "kelo_runtime_list_tools(" + id + ",empty)"}));
+    EXPECT_EQ(listings,
+              (Texts{"kelo_runtime_open_workspace_from_file(" + id + "," + File + ")",
+                     "kelo_runtime_list_workspaces()", "kelo_runtime_list_streams(" + id + ")",
+                     "kelo_runtime_list_tools(" + id + ",first)",
+                     "kelo_runtime_list_tools(" + id + ",empty)"}));
     EXPECT_EQ(readers, (Texts{"A11", "A11", "A1", "A1", "A", "A", "X1", "X1", "B", "B"}));
 }
 
@@ -99,13 +103,8 @@ class CatalogueListingFailure : public CatalogueLoading,
 TEST_P(CatalogueListingFailure, ReportsTheEngineTextAndLeavesNothingOpen) {
     ListingFailure const& failure = GetParam();
     testkelo_fail(failure.entryPoint, 1, 9, "listing broke");
-    try {
-        Peer::OpenWorkspace(File);
-        FAIL() << "the workspace opened";
-    } catch (DeepLearningException const& e) {
-        EXPECT_EQ(e.Code(), static_cast<int>(failure.code));
-        EXPECT_EQ(e.Message(), failure.message);
-    }
+    EXPECT_EQ(CodeAndMessageOf<DeepLearningException>([] { Peer::OpenWorkspace(File); }),
+              CodeAndMessage(failure.code, failure.message));
     EXPECT_EQ(testkelo_count(TESTKELO_WORKSPACES), 0);
     EXPECT_EQ(Peer::OpenFileCount(), 0u);
     EXPECT_EQ(Peer::CloneListCount(), 0u);
@@ -113,16 +112,18 @@ TEST_P(CatalogueListingFailure, ReportsTheEngineTextAndLeavesNothingOpen) {
 
 INSTANTIATE_TEST_SUITE_P(
     EachListing, CatalogueListingFailure,
-    ::testing::Values(
-        ListingFailure{"kelo_runtime_list_workspaces", DeepLearningExceptionCodes::CannotListWorkspaces,
-                       "Cannot List workspaces: listing broke"},
-        ListingFailure{"kelo_runtime_list_streams", DeepLearningExceptionCodes::CannotListStreams,
-                       "Failed to list streams: listing broke"},
-        ListingFailure{"kelo_runtime_list_tools", DeepLearningExceptionCodes::CannotListTools,
-                       "Failed to list tools: listing broke"},
-        ListingFailure{"kelo_runtime_tool_get_parameter",
-                       DeepLearningExceptionCodes::CannotGetParameter,
-                       "Failed to get tool parameters: listing broke"}));
+    ::testing::Values(ListingFailure{"kelo_runtime_list_workspaces",
+                                     DeepLearningExceptionCodes::CannotListWorkspaces,
+                                     "Cannot List workspaces: listing broke"},
+                      ListingFailure{"kelo_runtime_list_streams",
+                                     DeepLearningExceptionCodes::CannotListStreams,
+                                     "Failed to list streams: listing broke"},
+                      ListingFailure{"kelo_runtime_list_tools",
+                                     DeepLearningExceptionCodes::CannotListTools,
+                                     "Failed to list tools: listing broke"},
+                      ListingFailure{"kelo_runtime_tool_get_parameter",
+                                     DeepLearningExceptionCodes::CannotGetParameter,
+                                     "Failed to get tool parameters: listing broke"}));
 
 TEST_F(CatalogueLoading, ModelListingFailureReportsItsOwnCode) {
     char const* const blueFile = "/workspaces/blue.kelo";
@@ -134,13 +135,9 @@ TEST_F(CatalogueLoading, ModelListingFailureReportsItsOwnCode) {
         testkelo_add_parameter(blueFile, "main", "blue", path, "1");
     testkelo_add_parameter(blueFile, "main", "blue", "sampling/feature_size", "8x8");
     testkelo_fail("kelo_runtime_blue_list_models", 1, 9, "no models");
-    try {
-        Peer::OpenWorkspace(blueFile);
-        FAIL() << "the workspace opened";
-    } catch (DeepLearningException const& e) {
-        EXPECT_EQ(e.Code(), static_cast<int>(DeepLearningExceptionCodes::CannotListModels));
-        EXPECT_EQ(e.Message(), "Failed to List Models: no models");
-    }
+    EXPECT_EQ(CodeAndMessageOf<DeepLearningException>([&] { Peer::OpenWorkspace(blueFile); }),
+              CodeAndMessage(DeepLearningExceptionCodes::CannotListModels,
+                             "Failed to List Models: no models"));
     EXPECT_EQ(testkelo_count(TESTKELO_WORKSPACES), 0);
 }
 

@@ -1,5 +1,3 @@
-#include <sstream>
-
 #include <Vision/Core/Vect2.h>
 
 #include "EngineTest.h"
@@ -315,19 +313,9 @@ TEST_F(Catalogue, ACloneIsWiredToItselfAndNotToItsMaster) {
 
 TEST_F(Catalogue, OneArchiveKeepsOneObjectPerTrackedPointer) {
     auto blue = Find<DLBlueToolRuntimeParams>("blue");
-    std::stringstream bytes;
-    {
-        Tavrin::Vision::VisionBinaryOutputArchive output(
-            bytes, Tavrin::Vision::SerializerOptionsConstants_None);
-        output(blue, workspace_);
-    }
     std::shared_ptr<DLBlueToolRuntimeParams> loadedBlue;
     std::shared_ptr<DLWorkspace> loaded;
-    {
-        Tavrin::Vision::VisionBinaryInputArchive input(
-            bytes, Tavrin::Vision::SerializerOptionsConstants_None);
-        input(loadedBlue, loaded);
-    }
+    VisionTest::LoadTogether(VisionTest::SavedTogether(blue, workspace_), loadedBlue, loaded);
     EXPECT_EQ(Private::DeepLearningAccess::FindTool(*loaded, "blue-uuid"), loadedBlue);
     EXPECT_EQ(loadedBlue->Stream(), loaded->Streams()->Item(0));
     EXPECT_EQ(loadedBlue->Stream()->ParentWorkspace(), loaded);

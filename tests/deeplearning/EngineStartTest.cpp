@@ -16,6 +16,9 @@ using Tavrin::Vision::DeepLearning::Private::DeepLearningAccess;
 using Peer = Tavrin::Vision::DeepLearning::Private::DeepLearningAccessTestPeer;
 using CallList = std::vector<std::string>;
 
+CallList const StartCalls = {"kelo_debug_infos(0,)", "kelo_init_buffer()", "kelo_initialize(0,)",
+                             "kelo_free_buffer()", "kelo_init_buffer()"};
+
 class EngineStart : public EngineTest {};
 
 TEST_F(EngineStart, LoadingCallsNothingAndTheStartRunsOnceInItsOrder) {
@@ -24,8 +27,7 @@ TEST_F(EngineStart, LoadingCallsNothingAndTheStartRunsOnceInItsOrder) {
     EXPECT_TRUE(Calls().empty());
 
     Peer::InitBuffer();
-    EXPECT_EQ(Calls(), (CallList{"kelo_debug_infos(0,)", "kelo_init_buffer()", "kelo_initialize(0,)",
-                              "kelo_free_buffer()", "kelo_init_buffer()"}));
+    EXPECT_EQ(Calls(), StartCalls);
     EXPECT_EQ(testkelo_count(TESTKELO_BUFFERS), 1);
 
     testkelo_clear_log();
@@ -92,8 +94,7 @@ TEST_F(EngineStart, AFailedStartRunsAgainFromTheBeginning) {
 
     testkelo_clear_log();
     Peer::InitBuffer();
-    EXPECT_EQ(Calls(), (CallList{"kelo_debug_infos(0,)", "kelo_init_buffer()", "kelo_initialize(0,)",
-                              "kelo_free_buffer()", "kelo_init_buffer()"}));
+    EXPECT_EQ(Calls(), StartCalls);
 }
 
 TEST_F(EngineStart, ShutdownDeinitializesAndSwallowsEngineFailures) {

@@ -2,6 +2,7 @@
 
 #include "EngineTest.h"
 #include "Vision/DeepLearning/DeepLearning.h"
+#include "VisionTestSupport.h"
 #include "WorkspaceFiles.h"
 
 namespace {
@@ -9,7 +10,8 @@ namespace {
 using namespace Tavrin::Vision::DeepLearning;
 using Tavrin::Brnt::CreateObject;
 using Peer = Private::DeepLearningAccessTestPeer;
-using Words = std::vector<long long>;
+using VisionTest::FlagLog;
+using VisionTest::Words;
 
 char const* const OneStream = "/workspaces/one.kelo";
 char const* const TwoStreams = "/workspaces/two.kelo";
@@ -22,61 +24,54 @@ protected:
         WorkspaceFiles::AddSingleToolFile(TwoStreams);
         testkelo_add_stream(TwoStreams, "second", "second-uuid", "");
         op_ = CreateObject<DLOperator>();
-        connection_ = op_->ChangedEvent().Connect(
-            [this](Tavrin::Vision::ChangedEventArgsPtr const& args) {
-                words_.push_back(args->ChangedBits());
-            });
     }
     void TearDown() override {
-        connection_.disconnect();
         op_.reset();
         EngineTest::TearDown();
     }
 
     std::shared_ptr<DLOperator> op_;
-    Words words_;
-    Tavrin::Brnt::ScopedConnection connection_;
 };
 
 TEST_F(Operator, StartsEmptyAndSelectsTheOnlyStreamOfAWorkspace) {
     EXPECT_EQ(op_->Workspace(), nullptr);
     EXPECT_EQ(op_->Stream(), nullptr);
 
+    FlagLog first(*op_);
     op_->LoadWorkspace(OneStream);
     ASSERT_TRUE(op_->Stream());
     EXPECT_EQ(op_->Stream(), op_->Workspace()->Streams()->Item(0));
-    EXPECT_EQ(words_, (Words{DLOperator::sfWorkspacePath, DLOperator::SfWorkspace,
-                             DLOperator::SfStream}));
-    EXPECT_EQ(words_, (Words{1, 2, 4}));
+    EXPECT_EQ(first.words(),
+              (Words{DLOperator::sfWorkspacePath, DLOperator::SfWorkspace, DLOperator::SfStream}));
 
-    words_.clear();
+    FlagLog again(*op_);
     op_->LoadWorkspace(OneStream);
-    EXPECT_EQ(words_, (Words{2, 4}));
+    EXPECT_EQ(again.words(), (Words{DLOperator::SfWorkspace, DLOperator::SfStream}));
 }
 
 TEST_F(Operator, AWorkspaceOfTwoStreamsKeepsTheStreamAsItWas) {
+    FlagLog log(*op_);
     op_->LoadWorkspace(TwoStreams);
     EXPECT_EQ(op_->Stream(), nullptr);
-    EXPECT_EQ(words_, (Words{1, 2}));
+    EXPECT_EQ(log.words(), (Words{DLOperator::sfWorkspacePath, DLOperator::SfWorkspace}));
 }
 
 TEST_F(Operator, OnlyDisplayChangesClimbFromToolToOperator) {
     op_->LoadWorkspace(OneStream);
     auto tool = op_->Stream()->Tools()->Item(0);
-    words_.clear();
+    FlagLog log(*op_);
     tool->setShowRegion(false);
     tool->setAddImageRecords(false);
-    EXPECT_EQ(words_, (Words{DLOperator::SfToolsGraphicsChanged}));
-    EXPECT_EQ(words_, (Words{8}));
+    EXPECT_EQ(log.words(), (Words{DLOperator::SfToolsGraphicsChanged}));
 }
 
 TEST_F(Operator, SettingTheSameStreamRaisesNothingAndKeepsOneSubscription) {
     op_->LoadWorkspace(OneStream);
     auto stream = op_->Stream();
-    words_.clear();
+    FlagLog log(*op_);
     op_->setStream(stream);
     op_->setStream(stream);
-    EXPECT_TRUE(words_.empty());
+    EXPECT_TRUE(log.words().empty());
     EXPECT_EQ(stream->ChangedEvent().SlotCount(), 1u);
 }
 

@@ -1,11 +1,17 @@
+#include <algorithm>
+
 #include "EngineTest.h"
+#include "ToolTestSupport.h"
 #include "Vision/DeepLearning/DeepLearning.h"
+#include "VisionTestSupport.h"
 #include "WorkspaceFiles.h"
 
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
 using Peer = Private::DeepLearningAccessTestPeer;
+using VisionTest::CodeAndMessage;
+using VisionTest::CodeAndMessageOf;
 
 char const* const File = "/workspaces/parameters.kelo";
 char const* const Filter = "post_process_parameters/red/region_filter";
@@ -30,9 +36,7 @@ protected:
                                                      char const* uuid) {
         return Private::DeepLearningAccess::FindTool(*workspace, uuid);
     }
-    std::string Key(char const* path) const {
-        return workspace_->Name() + "/main/quick/" + path;
-    }
+    std::string Key(char const* path) const { return workspace_->Name() + "/main/quick/" + path; }
     // One argument of each logged write of the region filter.
     static std::vector<std::string> FilterWrites(std::size_t argument) {
         std::vector<std::string> values;
@@ -76,13 +80,10 @@ TEST_F(ParameterExchange, WritingTheEnginesOwnValueWritesNothing) {
 
 TEST_F(ParameterExchange, ARefusedWriteKeepsItsValueCached) {
     testkelo_fail("kelo_runtime_tool_set_parameter", 1, 5, "value refused");
-    try {
-        Peer::SetParameter(tool_, Filter, "bad");
-        FAIL() << "the write went through";
-    } catch (DeepLearningException const& e) {
-        EXPECT_EQ(e.Code(), static_cast<int>(DeepLearningExceptionCodes::CannotSetParameter));
-        EXPECT_EQ(e.Message(), "Failed to set tool parameters: value refused");
-    }
+    EXPECT_EQ(
+        CodeAndMessageOf<DeepLearningException>([&] { Peer::SetParameter(tool_, Filter, "bad"); }),
+        CodeAndMessage(DeepLearningExceptionCodes::CannotSetParameter,
+                       "Failed to set tool parameters: value refused"));
     EXPECT_EQ(Peer::ParameterCache().at(Key(Filter)), "bad");
     Peer::SetParameter(tool_, Filter, "bad");
     EXPECT_EQ(Writes(), 1);
@@ -90,13 +91,10 @@ TEST_F(ParameterExchange, ARefusedWriteKeepsItsValueCached) {
 
 TEST_F(ParameterExchange, AFailedReadCarriesTheEngineText) {
     testkelo_fail("kelo_runtime_tool_get_parameter", 1, 5, "no such path");
-    try {
-        Peer::GetParameter(tool_, "unknown/path");
-        FAIL() << "the read went through";
-    } catch (DeepLearningException const& e) {
-        EXPECT_EQ(e.Code(), static_cast<int>(DeepLearningExceptionCodes::CannotGetParameter));
-        EXPECT_EQ(e.Message(), "Failed to get tool parameters: no such path");
-    }
+    EXPECT_EQ(
+        CodeAndMessageOf<DeepLearningException>([&] { Peer::GetParameter(tool_, "unknown/path"); }),
+        CodeAndMessage(DeepLearningExceptionCodes::CannotGetParameter,
+                       "Failed to get tool parameters: no such path"));
 }
 
 TEST_F(ParameterExchange, ClonesOfOneFileEachPushTheirOwnValues) {
@@ -118,15 +116,9 @@ TEST_F(ParameterExchange, ClonesOfOneFileEachPushTheirOwnValues) {
 TEST_F(ParameterExchange, ARedToolReadsItsThresholdBackFromTheEngineOnlyWhileUncached) {
     char const* const Threshold = "post_process_parameters/red/threshold";
     auto thresholdReads = [&] {
-        int reads = 0;
-        for (auto const& call : TestKelo::LoggedCalls()) {
-            if (call.rfind("kelo_runtime_tool_get_parameter(", 0) != 0)
-                continue;
-            auto const arguments = WorkspaceFiles::Arguments(call);
-            reads += arguments[2] == "quick" && arguments[3] == Threshold;
-        }
+        auto const reads = ToolTest::Reads("quick");
         testkelo_clear_log();
-        return reads;
+        return std::count(reads.begin(), reads.end(), Threshold);
     };
     // The engine's own text: compared, nothing written, and read back.
     Peer::ApplyRuntimeParametersRecursively(tool_);

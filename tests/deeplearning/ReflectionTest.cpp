@@ -225,6 +225,8 @@ TEST(ReflectionMetadata, ClassesCarryTheirKindHeaderAndLibrary) {
         {"DLToolRuntimeParams", ClassType::BaseClass, "<Vision/DeepLearning/DLToolRuntimeParams>",
          std::nullopt},
         {"DLRuntimeTool", ClassType::Class, "<Vision/DeepLearning/DLRuntimeTool>", std::nullopt},
+        {"Implementation::Internal::TestHelpers::TestHelper", ClassType::Class,
+         "<Vision/DeepLearning/Implementation/Internal/TestHelpers/TestHelper>", std::nullopt},
         {"DLResultMatch", ClassType::BaseClass, "<Vision/DeepLearning/DLResultMatch>",
          std::nullopt},
         {"DLResultViewReadOnlyCollection", ClassType::Class,

@@ -5,6 +5,7 @@
 #include <Vision/Core/Image8Grey.h>
 
 #include "ResultTestSupport.h"
+#include "VisionTestSupport.h"
 
 namespace {
 
@@ -125,12 +126,9 @@ TEST_F(ResourceImages, AnImageTheEngineCannotGiveIsEmpty) {
 }
 
 TEST_F(ResourceImages, ABadScaleEndsTheRun) {
-    try {
-        Run(Resource("overlay", "map", " scale=\"x\""));
-        ADD_FAILURE() << "nothing thrown";
-    } catch (std::invalid_argument const& e) {
-        EXPECT_STREQ(e.what(), "invalid stod argument");
-    }
+    EXPECT_EQ(VisionTest::MessageOf<std::invalid_argument>(
+                  [&] { Run(Resource("overlay", "map", " scale=\"x\"")); }),
+              "invalid stod argument");
 }
 
 } // namespace

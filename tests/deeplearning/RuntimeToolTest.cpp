@@ -4,28 +4,18 @@
 #include <Vision/Core/Exceptions.h>
 
 #include "ResultTestSupport.h"
+#include "VisionTestSupport.h"
 
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
 using Tavrin::Brnt::CreateObject;
-using Tavrin::Vision::ChangedEventArgsPtr;
 using Tavrin::Vision::IImage;
 using Tavrin::Vision::ToolResultConstants_Accept;
 using Tavrin::Vision::ToolResultConstants_Error;
 using Tavrin::Vision::Implementation::ToolBase;
-
-// The change words a tool raises, in order.
-class ChangeLog {
-public:
-    explicit ChangeLog(Tavrin::Vision::IChangedEvent& source)
-        : connection_(source.ChangedEvent().Connect(
-              [this](ChangedEventArgsPtr const& args) { words.push_back(args->ChangedBits()); })) {}
-    std::vector<long long> words;
-
-private:
-    Tavrin::Brnt::ScopedConnection connection_;
-};
+using VisionTest::FlagLog;
+using VisionTest::Words;
 
 std::shared_ptr<IImage> LastRunImage(DLRuntimeTool& tool) {
     auto const records = tool.CreateLastRunRecord()->SubRecords();
@@ -37,8 +27,11 @@ std::shared_ptr<IImage> LastRunImage(DLRuntimeTool& tool) {
 using RuntimeTool = ThreeKindsRuntimeToolTest;
 
 TEST_F(RuntimeTool, RunsTheImageOnItsInputPinThroughTheSelectedStream) {
+    EXPECT_EQ(tool_->RedToolResults()->Count(), 0);
+    EXPECT_EQ(tool_->GreenToolResults()->Count(), 0);
+    EXPECT_EQ(tool_->BlueToolResults()->Count(), 0);
     tool_->setInputImage(nullptr);
-    ChangeLog log(*tool_);
+    FlagLog log(*tool_);
     auto const pin = tool_->Inputs()->Item(0);
     ASSERT_EQ(pin->Name(), "InputImage");
     pin->setValue(rttr::variant(std::shared_ptr<IImage>(image_)));
@@ -47,23 +40,19 @@ TEST_F(RuntimeTool, RunsTheImageOnItsInputPinThroughTheSelectedStream) {
     tool_->Run();
 
     EXPECT_EQ(tool_->RunStatus()->Result(), ToolResultConstants_Accept);
-    EXPECT_EQ(log.words, (std::vector<long long>{132, 8, 256, 512, 1024, 2048, ToolBase::SfRunStatus}));
+    EXPECT_EQ(log.words(), (Words{132, 8, 256, 512, 1024, 2048, ToolBase::SfRunStatus}));
     auto const result = tool_->Results();
     ASSERT_TRUE(result);
     auto const markings = result->ResultImage()->ResultMarking();
-    auto view = [&](int marking) { return markings->Item(marking)->ResultViews()->Item(0); };
+    auto view = [&](int marking) {
+        return markings->Item(marking)->ResultViews()->Item(0);
+    };
     ASSERT_EQ(tool_->RedToolResults()->Count(), 1);
     EXPECT_EQ(tool_->RedToolResults()->Item(0), view(0)->ResultRed());
     ASSERT_EQ(tool_->GreenToolResults()->Count(), 1);
     EXPECT_EQ(tool_->GreenToolResults()->Item(0), view(1)->ResultGreen());
     ASSERT_EQ(tool_->BlueToolResults()->Count(), 1);
     EXPECT_EQ(tool_->BlueToolResults()->Item(0), view(2)->ResultBlue());
-}
-
-TEST_F(RuntimeTool, TypedResultsOfAToolThatNeverRanAreEmpty) {
-    EXPECT_EQ(tool_->RedToolResults()->Count(), 0);
-    EXPECT_EQ(tool_->GreenToolResults()->Count(), 0);
-    EXPECT_EQ(tool_->BlueToolResults()->Count(), 0);
 }
 
 // Refused runs make no engine call and keep the result of the last good run.
@@ -83,7 +72,8 @@ TEST_F(RuntimeTool, ChecksItsInputBeforeTheEngineAndKeepsTheOldResult) {
              return loaded;
          },
          Tavrin::Vision::VisionExceptionCodes_OperatorNoInputImage, "Input image is required."},
-        {"no image, no workspace", [](auto const&, auto const&) { return CreateObject<DLRuntimeTool>(); },
+        {"no image, no workspace",
+         [](auto const&, auto const&) { return CreateObject<DLRuntimeTool>(); },
          Tavrin::Vision::VisionExceptionCodes_OperatorNoInputImage, "Input image is required."},
         {"no stream",
          [](auto const&, std::shared_ptr<IImage> const& image) {
@@ -101,13 +91,8 @@ TEST_F(RuntimeTool, ChecksItsInputBeforeTheEngineAndKeepsTheOldResult) {
         auto const tool = c.arrange(tool_, image_);
         auto const before = tool->Results();
         testkelo_clear_log();
-        try {
-            tool->Run();
-            ADD_FAILURE() << "the run was not refused";
-        } catch (Tavrin::Vision::VisionException const& e) {
-            EXPECT_EQ(e.Code(), c.code);
-            EXPECT_EQ(e.Message(), c.text);
-        }
+        EXPECT_EQ(VisionTest::CodeAndMessageOf([&] { tool->Run(); }),
+                  VisionTest::CodeAndMessage(c.code, c.text));
         EXPECT_EQ(tool->RunStatus()->Result(), ToolResultConstants_Error);
         EXPECT_EQ(tool->Results(), before);
         EXPECT_EQ(LastRunImage(*tool), nullptr);
@@ -130,58 +115,48 @@ TEST_F(RuntimeTool, EngineFailureKeepsTheOldResultAndTheCachedImage) {
 }
 
 TEST_F(RuntimeTool, KeepsTheLastRunImageAsItsDiagnosticFlagsSay) {
-    enum Kept { Nothing, TheInput, ACopy };
     struct Case {
         DLLastRunRecordConstants flags;
-        Kept kept;
+        char const* kept;
     };
-    for (auto const c : {Case{DLLastRunRecordConstants::None, Nothing},
-                         Case{DLLastRunRecordConstants::InputImageByReference, TheInput},
-                         Case{DLLastRunRecordConstants::InputImageDeepCopy, ACopy},
-                         Case{DLLastRunRecordConstants::All, TheInput}}) {
+    for (auto const c : {Case{DLLastRunRecordConstants::None, "nothing"},
+                         Case{DLLastRunRecordConstants::InputImageByReference, "the input"},
+                         Case{DLLastRunRecordConstants::InputImageDeepCopy, "a copy of 64x48"},
+                         Case{DLLastRunRecordConstants::All, "the input"}}) {
         SCOPED_TRACE(static_cast<int>(c.flags));
         tool_->setLastRunRecordDiagEnable(c.flags);
         tool_->Run();
         auto const kept = LastRunImage(*tool_);
-        switch (c.kept) {
-        case Nothing:
-            EXPECT_EQ(kept, nullptr);
-            break;
-        case TheInput:
-            EXPECT_EQ(kept, image_);
-            break;
-        case ACopy:
-            ASSERT_TRUE(kept);
-            EXPECT_NE(kept, image_);
-            EXPECT_EQ(kept->Width(), 64);
-            EXPECT_EQ(kept->Height(), 48);
-            break;
-        }
+        EXPECT_EQ(!kept            ? "nothing"
+                  : kept == image_ ? "the input"
+                                   : "a copy of " + std::to_string(kept->Width()) + "x" +
+                                         std::to_string(kept->Height()),
+                  c.kept);
     }
 }
 
 TEST_F(RuntimeTool, RaisesItsPropertyBitsOnlyWhenAValueChanges) {
-    ChangeLog log(*tool_);
+    FlagLog log(*tool_);
     tool_->setInputImage(image_);
     tool_->setLastRunRecordDiagEnable(DLLastRunRecordConstants::InputImageByReference);
-    EXPECT_TRUE(log.words.empty());
+    EXPECT_TRUE(log.words().empty());
 
     tool_->setInputImage(CreateObject<Tavrin::Vision::Image8Grey>(2, 2));
     tool_->setLastRunRecordDiagEnable(DLLastRunRecordConstants::All);
-    EXPECT_EQ(log.words, (std::vector<long long>{132, 4096}));
+    EXPECT_EQ(log.words(), (Words{132, 4096}));
     EXPECT_EQ(tool_->LastRunRecordDiagEnable(), DLLastRunRecordConstants::All);
 }
 
 // A graphics setting of any tool of the stream changes what the last-run record draws; other
 // settings change nothing the tool shows.
 TEST_F(RuntimeTool, GraphicsSettingsOfItsToolsClimbToIt) {
-    ChangeLog log(*tool_);
+    FlagLog log(*tool_);
     auto red = std::dynamic_pointer_cast<DLQuickRedToolRuntimeParams>(LiveTool("red-uuid"));
     red->setUpperThreshold(0.8);
-    EXPECT_TRUE(log.words.empty());
+    EXPECT_TRUE(log.words().empty());
     red->setShowGraphics(false);
     LiveTool("green-uuid")->setShowRegion(false);
-    EXPECT_EQ(log.words, (std::vector<long long>{8, 8}));
+    EXPECT_EQ(log.words(), (Words{8, 8}));
 }
 
 } // namespace

@@ -114,23 +114,6 @@ TEST_F(ToolArchive, ALoadedToolHearsGraphicsChangesOfItsTools) {
     EXPECT_EQ(log.words(), ToolTest::Words{DLRuntimeTool::SfLastRunRecord});
 }
 
-// Saved through a base pointer, an object's own version sits after the endianness byte, the
-// polymorphic id, the registered name and the pointer id.
-std::string NewerVersionMessage(std::shared_ptr<ShareableBase> const& object,
-                                std::string const& name) {
-    std::string bytes = Saved(object);
-    std::size_t const versionAt = 1 + 4 + 8 + name.size() + 4;
-    if (bytes.compare(1 + 4 + 8, name.size(), name) != 0 || bytes.at(versionAt) != 1)
-        return "not saved under " + name;
-    bytes[versionAt] = 2;
-    try {
-        Loaded<ShareableBase>(bytes);
-    } catch (SerializationException const& e) {
-        return e.what();
-    }
-    return "nothing thrown";
-}
-
 TEST_F(ToolArchive, NewerVersionsAreRefusedWithTheClassText) {
     using Tavrin::Brnt::ObjectFactory;
     struct Case {
@@ -150,8 +133,8 @@ TEST_F(ToolArchive, NewerVersionsAreRefusedWithTheClassText) {
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
-        std::string const message =
-            NewerVersionMessage(c.object, std::string("Tavrin::Vision::DeepLearning::") + c.name);
+        std::string const message = VisionTest::NewerVersionRefusal(
+            c.object, std::string("Tavrin::Vision::DeepLearning::") + c.name, 0);
         EXPECT_EQ(message.rfind(c.text, 0), 0u) << message;
     }
 }

@@ -1,22 +1,23 @@
 #pragma once
 
 #include <memory>
-#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
-
-#include <Vision/Core/Archive.h>
-#include <Vision/Core/ChangedEvent.h>
-#include <Vision/Core/Exceptions.h>
 
 #include "TestEngineControl.h"
 #include "Vision/DeepLearning/DLStream.h"
 #include "Vision/DeepLearning/DLToolRuntimeParams.h"
 #include "Vision/DeepLearning/DLToolRuntimeParamsReadOnlyCollection.h"
+#include "VisionTestSupport.h"
 
 namespace ToolTest {
 
-using Words = std::vector<long long>;
+using VisionTest::FlagLog;
+using VisionTest::Loaded;
+using VisionTest::RoundTrip;
+using VisionTest::Saved;
+using VisionTest::Words;
 
 // A tool outside any stream, built as the catalogue builds one but without reading the engine.
 template <class Tool>
@@ -37,30 +38,9 @@ MakeModel(std::string const& name,
     return Tavrin::Brnt::ObjectFactory::Construct<Model>(std::move(tool), name);
 }
 
-// Every flag word an object raises while the log lives.
-class FlagLog {
-public:
-    explicit FlagLog(Tavrin::Vision::IChangedEvent& source)
-        : connection_(source.ChangedEvent().Connect(
-              [this](Tavrin::Vision::ChangedEventArgsPtr const& args) {
-                  words_.push_back(args->ChangedBits());
-              })) {}
-
-    Words const& words() const { return words_; }
-
-private:
-    Words words_;
-    Tavrin::Brnt::ScopedConnection connection_;
-};
-
 // The message of the ArgumentException that the call throws.
 template <class Call> std::string ArgumentMessage(Call&& call) {
-    try {
-        call();
-    } catch (Tavrin::Vision::ArgumentException const& e) {
-        return e.Message();
-    }
-    return "nothing thrown";
+    return VisionTest::MessageOf(std::forward<Call>(call));
 }
 
 // The parameter reads ("path") or writes ("path=value") of one tool, in call order, from the
@@ -94,34 +74,6 @@ inline std::vector<std::string> Reads(std::string const& tool) {
 
 inline std::vector<std::string> Writes(std::string const& tool) {
     return ParameterTraffic("kelo_runtime_tool_set_parameter", tool);
-}
-
-// The bytes of the object saved through the framework's archive with the options.
-template <class T>
-std::string Saved(std::shared_ptr<T> const& object,
-                  Tavrin::Vision::SerializerOptionsConstants options =
-                      Tavrin::Vision::SerializerOptionsConstants_None) {
-    std::stringstream stream;
-    Tavrin::Vision::VisionBinaryOutputArchive output(stream, options);
-    output(object);
-    return stream.str();
-}
-
-// An object loaded from the bytes through the framework's archive with the options.
-template <class T>
-std::shared_ptr<T> Loaded(std::string const& bytes,
-                          Tavrin::Vision::SerializerOptionsConstants options =
-                              Tavrin::Vision::SerializerOptionsConstants_None) {
-    std::stringstream stream(bytes);
-    Tavrin::Vision::VisionBinaryInputArchive input(stream, options);
-    std::shared_ptr<T> object;
-    input(object);
-    return object;
-}
-
-// Saves the object through the framework's archive and loads a copy of it.
-template <class T> std::shared_ptr<T> RoundTrip(std::shared_ptr<T> const& original) {
-    return Loaded<T>(Saved(original));
 }
 
 } // namespace ToolTest

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include <Vision/Foundation.h>
+
+#include "VisionTestSupport.h"
 
 namespace TrackingTesting {
 
@@ -142,12 +142,8 @@ TEST(TrackingCollectionBase, RefusesTakenNamesOnAddAndOnRename) {
     tags.Replace(1, CreateObject<Tag>("second")); // the name it replaces is free
     EXPECT_NE(tags.ItemByKey("second"), fixture.second);
 
-    try {
-        fixture.first->setName("second");
-        FAIL() << "a taken name was accepted";
-    } catch (ArgumentException const& e) {
-        EXPECT_STREQ(e.what(), "The name second is already used in this collection");
-    }
+    EXPECT_EQ(VisionTest::MessageOf([&] { fixture.first->setName("second"); }),
+              "The name second is already used in this collection");
     EXPECT_EQ(fixture.first->Name(), "first");
     fixture.first->setName("renamed");
     EXPECT_EQ(tags.ItemByKey("renamed"), fixture.first);
@@ -179,17 +175,8 @@ TEST(TrackingCollectionBase, ParentsItemsAndKeepsIdentitiesUnique) {
 
 TEST(TrackingCollectionBase, LoadRestoresNameWatchesIdentitiesAndLookups) {
     TrackedFixture fixture;
-    std::shared_ptr<Tavrin::Vision::ShareableBase> saved = fixture.tags;
-    std::stringstream stream;
-    {
-        Tavrin::Vision::VisionBinaryOutputArchive out(stream, {});
-        out(saved);
-    }
-    std::shared_ptr<Tavrin::Vision::ShareableBase> loaded;
-    Tavrin::Vision::VisionBinaryInputArchive in(stream, {});
-    in(loaded);
-
-    auto tags = std::dynamic_pointer_cast<TagCollection>(loaded);
+    auto tags = std::dynamic_pointer_cast<TagCollection>(
+        VisionTest::RoundTrip<Tavrin::Vision::ShareableBase>(fixture.tags));
     ASSERT_TRUE(tags);
     TagPtr first = tags->ItemByKey("first");
     EXPECT_EQ(first->ID(), fixture.first->ID());

@@ -3,6 +3,8 @@
 #include <Vision/Core/CoordinateSpaceTree.h>
 #include <Vision/Core/Image8Grey.h>
 
+#include "VisionTestSupport.h"
+
 namespace {
 
 using Tavrin::Brnt::CreateObject;
@@ -50,12 +52,8 @@ TEST(CoordinateSpaceTree, ImageAnswersThroughItsTree) {
 TEST(CoordinateSpaceTree, UnknownOrRepeatedNamesThrowArgumentException) {
     auto tree = TwoLevelTree();
     auto identity = CreateObject<Transform2DLinear>();
-    try {
-        tree->GetTransform("board", "nowhere");
-        FAIL() << "an unknown space was accepted";
-    } catch (ArgumentException const& failure) {
-        EXPECT_STREQ(failure.what(), "The coordinate space 'nowhere' does not exist.");
-    }
+    EXPECT_EQ(VisionTest::MessageOf([&] { tree->GetTransform("board", "nowhere"); }),
+              "The coordinate space 'nowhere' does not exist.");
     EXPECT_THROW(tree->AddSpace("leaf", "nowhere", *identity), ArgumentException);
     EXPECT_THROW(tree->AddSpace("board", "#", *identity), ArgumentException);
     EXPECT_THROW(tree->AddSpace("#", "#", *identity), ArgumentException);

@@ -4,6 +4,8 @@
 
 #include <Vision/Foundation.h>
 
+#include "VisionTestSupport.h"
+
 namespace {
 
 using namespace Tavrin::Vision;
@@ -221,12 +223,9 @@ public:
 };
 
 TEST(MiscUtils, LinearOrElseRefusesATransformThatIsNotLinear) {
-    try {
-        Private::MiscUtils::LinearOrElse(*CreateObject<SquareTransform>());
-        FAIL() << "a square map passed as linear";
-    } catch (ArgumentException const& e) {
-        EXPECT_STREQ(e.what(), "The transform is not linear");
-    }
+    EXPECT_EQ(VisionTest::MessageOf(
+                  [] { Private::MiscUtils::LinearOrElse(*CreateObject<SquareTransform>()); }),
+              "The transform is not linear");
 }
 
 TEST(EllipticalArc, ClockwiseSweepsAndSweepsAcrossHalfATurnCoverTheirOwnSide) {

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include <rttr/registration>
 
 #include <Vision/Foundation.h>
+
+#include "VisionTestSupport.h"
 
 namespace CollectionTesting {
 
@@ -144,15 +144,9 @@ TEST(ReadOnlyCollectionBase, ArchiveRoundTripKeepsOrderAndSharedItems) {
     auto other = CreateObject<Probe>(6);
     std::shared_ptr<Tavrin::Brnt::IReadOnlyCollection<ProbePtr>> saved =
         MakeCollection({shared, other, shared});
-    std::stringstream stream;
-    {
-        Tavrin::Vision::VisionBinaryOutputArchive out(stream, {});
-        out(saved, shared);
-    }
     std::shared_ptr<Tavrin::Brnt::IReadOnlyCollection<ProbePtr>> loaded;
     ProbePtr loadedShared;
-    Tavrin::Vision::VisionBinaryInputArchive in(stream, {});
-    in(loaded, loadedShared);
+    VisionTest::LoadTogether(VisionTest::SavedTogether(saved, shared), loaded, loadedShared);
 
     auto typed = std::dynamic_pointer_cast<ProbeCollection>(loaded);
     ASSERT_TRUE(typed);
@@ -164,30 +158,9 @@ TEST(ReadOnlyCollectionBase, ArchiveRoundTripKeepsOrderAndSharedItems) {
 }
 
 TEST(ReadOnlyCollectionBase, ArchivesItsVersionOneAndRefusesANewerOne) {
-    std::shared_ptr<ShareableBase> saved = MakeCollection({});
-    std::stringstream stream;
-    {
-        Tavrin::Vision::VisionBinaryOutputArchive out(stream, {});
-        out(saved);
-    }
-    // Endianness byte, polymorphic id, name, pointer id, the derived class's version, then
-    // the version of its base.
-    std::string bytes = stream.str();
-    std::size_t const baseVersionAt =
-        1 + 4 + 8 + std::string("CollectionTesting::ProbeCollection").size() + 4 + 4;
-    ASSERT_EQ(bytes.at(baseVersionAt), 1);
-    bytes[baseVersionAt] = 2;
-
-    std::stringstream newer(bytes);
-    Tavrin::Vision::VisionBinaryInputArchive in(newer, {});
-    std::shared_ptr<ShareableBase> loaded;
-    try {
-        in(loaded);
-        FAIL() << "a newer version was read";
-    } catch (Tavrin::Vision::SerializationException const& e) {
-        EXPECT_NE(std::string(e.what()).find("ReadOnlyCollectionBase::serialize()"),
-                  std::string::npos);
-    }
+    std::string const message = VisionTest::NewerVersionRefusal(
+        MakeCollection({}), "CollectionTesting::ProbeCollection", 1);
+    EXPECT_NE(message.find("ReadOnlyCollectionBase::serialize()"), std::string::npos) << message;
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include <Vision/Foundation.h>
+
+#include "VisionTestSupport.h"
 
 namespace RecordTesting {
 
@@ -114,12 +114,8 @@ TEST(RecordCollection, FindsTheFirstRecordOfARepeatedKeyAndAnnouncesKeys) {
               (std::vector<std::string>{"+Tool.map", "+InputImage", "+Tool.map", "-InputImage"}));
     RecordPtr found;
     EXPECT_FALSE(records->TryGetValue("InputImage", found));
-    try {
-        records->ItemByKey("InputImage");
-        FAIL() << "a removed key was found";
-    } catch (ArgumentException const& e) {
-        EXPECT_STREQ(e.what(), "No item of the collection has the key InputImage");
-    }
+    EXPECT_EQ(VisionTest::MessageOf([&] { records->ItemByKey("InputImage"); }),
+              "No item of the collection has the key InputImage");
 }
 
 TEST(Record, ArchiveRoundTripKeepsTheTreeSharedRecordsAndWhatIsStillToBuild) {
@@ -128,14 +124,7 @@ TEST(Record, ArchiveRoundTripKeepsTheTreeSharedRecordsAndWhatIsStillToBuild) {
     auto dynamic = MakeDynamic(constructor);
     root->SubRecords()->Add(dynamic);
     root->setContent(dynamic); // the same record twice in one archive
-    std::stringstream stream;
-    {
-        VisionBinaryOutputArchive out(stream, {});
-        out(root);
-    }
-    RecordPtr loaded;
-    VisionBinaryInputArchive in(stream, {});
-    in(loaded);
+    RecordPtr const loaded = VisionTest::RoundTrip(root);
 
     EXPECT_EQ(loaded->Key(), "Probe");
     EXPECT_EQ(loaded->Usage(), RecordUsageConstants_Image);
@@ -160,17 +149,8 @@ TEST(Record, ArchiveRoundTripKeepsAnImageContentWithItsPixels) {
     auto record = CreateObject<Record>("InputImage", rttr::type::get<std::shared_ptr<IImage>>(),
                                        RecordUsageConstants_Image, false,
                                        rttr::variant(std::shared_ptr<IImage>(image)), "");
-    std::stringstream stream;
-    {
-        VisionBinaryOutputArchive out(stream, {});
-        out(record);
-    }
-    RecordPtr loaded;
-    VisionBinaryInputArchive in(stream, {});
-    in(loaded);
-
     auto loadedImage = std::dynamic_pointer_cast<Image16Grey>(
-        loaded->Content().get_value<std::shared_ptr<IImage>>());
+        VisionTest::RoundTrip(record)->Content().get_value<std::shared_ptr<IImage>>());
     ASSERT_TRUE(loadedImage);
     EXPECT_EQ(loadedImage->Width(), 3);
     EXPECT_EQ(loadedImage->GetPixelMemory(ImageDataModeConstants_Read, 0, 0, 3, 2)->FirstPel()[2],

@@ -1,9 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <sstream>
 
 #include <Vision/Foundation.h>
+
+#include "VisionTestSupport.h"
 
 namespace {
 
@@ -39,14 +40,8 @@ TEST(Transform2DLinear, InvertRoundTripsAndRefusesSingular) {
 
 TEST(Transform2DLinear, ArchiveRoundTripThroughBasePointerKeepsIdentity) {
     std::shared_ptr<Tavrin::Vision::ITransform2D> original = Make(1, 2, 3, 4, 5, 6);
-    std::stringstream stream;
-    {
-        Tavrin::Vision::VisionBinaryOutputArchive out(stream, {});
-        out(original, original);
-    }
     std::shared_ptr<Tavrin::Vision::ITransform2D> first, second;
-    Tavrin::Vision::VisionBinaryInputArchive in(stream, {});
-    in(first, second);
+    VisionTest::LoadTogether(VisionTest::SavedTogether(original, original), first, second);
     ASSERT_EQ(first, second);
     auto loaded = std::dynamic_pointer_cast<Transform2DLinear>(first);
     ASSERT_TRUE(loaded);

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include <rttr/registration>
 
 #include <Vision/Foundation.h>
+
+#include "VisionTestSupport.h"
 
 namespace VariantTesting {
 
@@ -44,12 +44,8 @@ TEST(VariantUtils, MakesEnumValuesFromTheirThirtyTwoBitPattern) {
     // Without a factory only registered values can be made.
     EXPECT_EQ(UInt32ToEnumVariant(0xffffffffu, shade).get_value<Shade>(), Shade::Dark);
     EXPECT_EQ(Int32ToEnumVariant(-1, shade).get_value<Shade>(), Shade::Dark);
-    try {
-        Int32ToEnumVariant(2, shade);
-        FAIL() << "an unnamed value was made without a factory";
-    } catch (ArgumentException const& e) {
-        EXPECT_STREQ(e.what(), "The enumeration VariantTesting::Shade has no value 2");
-    }
+    EXPECT_EQ(VisionTest::MessageOf([&] { Int32ToEnumVariant(2, shade); }),
+              "The enumeration VariantTesting::Shade has no value 2");
     EXPECT_THROW(Int32ToEnumVariant(0, rttr::type::get<int>()), ArgumentException);
 }
 
@@ -66,15 +62,7 @@ TEST(VariantCollection, ArchivesEveryKindWithItsTypeAndSharedObjectsOnce) {
                                            transform,
                                            static_cast<Bits>(3),
                                            Shade::Dark};
-    auto saved = CreateObject<VariantCollection>(items);
-    std::stringstream stream;
-    {
-        Tavrin::Vision::VisionBinaryOutputArchive out(stream, {});
-        out(saved);
-    }
-    std::shared_ptr<VariantCollection> loaded;
-    Tavrin::Vision::VisionBinaryInputArchive in(stream, {});
-    in(loaded);
+    auto const loaded = VisionTest::RoundTrip(CreateObject<VariantCollection>(items));
 
     auto const& got = loaded->GetDataC();
     ASSERT_EQ(got.size(), items.size());
@@ -94,9 +82,7 @@ TEST(VariantCollection, ArchivesEveryKindWithItsTypeAndSharedObjectsOnce) {
 
 TEST(VariantCollection, RefusesToSaveAKindWithoutArchiver) {
     auto saved = CreateObject<VariantCollection>(std::vector<rttr::variant>{3.5f});
-    std::stringstream stream;
-    Tavrin::Vision::VisionBinaryOutputArchive out(stream, {});
-    EXPECT_THROW(out(saved), Tavrin::Vision::SerializationException);
+    EXPECT_THROW(VisionTest::Saved(saved), Tavrin::Vision::SerializationException);
 }
 
 } // namespace
