@@ -2,9 +2,7 @@
 # Usage: scripts/fuzz.sh [SECONDS [TARGET...]]
 # Builds the fuzz targets with clang and libFuzzer in a build of their own (only the libraries,
 # the test engine and the targets) and runs each target named, all four by default, for SECONDS
-# (default 10), starting from its seeds in fuzz/corpus. The mutations follow FUZZ_SEED (default
-# 1), so a run from the same corpus retraces an earlier one as far as it gets: CI repeats what
-# was checked here; another seed explores further. New inputs collect in build/fuzz/corpus;
+# (default 10), starting from its seeds in fuzz/corpus. New inputs collect in build/fuzz/corpus;
 # a target that finds something leaves the input in build/fuzz/findings/<target>/, and the
 # script fails once every target has run.
 set -euo pipefail
@@ -28,8 +26,7 @@ for target in "${targets[@]}"; do
     rm -rf "$findings"
     mkdir -p "$build/corpus/$target" "$findings"
     status=0
-    "$build/fuzz/fuzz_$target" -seed="${FUZZ_SEED:-1}" -max_total_time="$seconds" \
-        -max_len=16384 -malloc_limit_mb=96 \
+    "$build/fuzz/fuzz_$target" -max_total_time="$seconds" -max_len=16384 -malloc_limit_mb=96 \
         -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$findings/" \
         "$build/corpus/$target" "$root/fuzz/corpus/$target" >"$findings.log" 2>&1 || status=$?
     runs=$(grep -o 'number_of_executed_units: *[0-9]*' "$findings.log" | grep -o '[0-9]*$' || echo 0)
