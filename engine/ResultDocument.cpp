@@ -62,15 +62,6 @@ char const* RequiredAttribute(XMLElement const& element, char const* name) {
     return AttributeReader(element).Required(name);
 }
 
-double DoubleAttribute(XMLElement const& element, char const* name, double absent) {
-    char const* const text = element.Attribute(name);
-    if (!text)
-        return absent;
-    if (std::optional<double> const plain = ReadPlainDecimal(text))
-        return *plain;
-    return element.DoubleAttribute(name, absent);
-}
-
 namespace {
 
 // The number that the digits at the start of a text make, as sscanf reads it; nothing when there
@@ -86,36 +77,49 @@ std::optional<std::int64_t> LeadingDigits(char const* text, int maxDigits) {
     return value;
 }
 
-} // namespace
-
-std::int64_t Int64Attribute(XMLElement const& element, char const* name, std::int64_t absent) {
-    char const* const text = element.Attribute(name);
-    if (!text)
-        return absent;
-    if (std::optional<std::int64_t> const plain = LeadingDigits(text, 18))
-        return *plain;
-    return element.Int64Attribute(name, absent);
-}
-
-int IntAttribute(XMLElement const& element, char const* name, int absent) {
-    char const* const text = element.Attribute(name);
-    if (!text)
-        return absent;
-    if (std::optional<std::int64_t> const plain = LeadingDigits(text, 9))
-        return static_cast<int>(*plain);
-    return element.IntAttribute(name, absent);
-}
-
-bool BoolAttribute(XMLElement const& element, char const* name, bool absent) {
-    // tinyxml2 tries every text as a number first, with sscanf, before it compares the words.
-    char const* const text = element.Attribute(name);
-    if (!text)
-        return absent;
+// tinyxml2 tries every boolean as a number first, with sscanf, before it compares the words.
+std::optional<bool> PlainWord(char const* text) {
     if (std::strcmp(text, "true") == 0)
         return true;
     if (std::strcmp(text, "false") == 0)
         return false;
-    return element.BoolAttribute(name, absent);
+    return std::nullopt;
+}
+
+// The attribute as the quick reader takes it, else as tinyxml2's own typed reader does.
+template <class T, class Quick>
+T TypedAttribute(XMLElement const& element, char const* name, T absent, Quick quick,
+                 T (XMLElement::*tinyxml2Reader)(char const*, T) const) {
+    char const* const text = element.Attribute(name);
+    if (!text)
+        return absent;
+    if (auto const plain = quick(text))
+        return static_cast<T>(*plain);
+    return (element.*tinyxml2Reader)(name, absent);
+}
+
+} // namespace
+
+double DoubleAttribute(XMLElement const& element, char const* name, double absent) {
+    return TypedAttribute(
+        element, name, absent, [](char const* text) { return ReadPlainDecimal(text); },
+        &XMLElement::DoubleAttribute);
+}
+
+std::int64_t Int64Attribute(XMLElement const& element, char const* name, std::int64_t absent) {
+    return TypedAttribute(
+        element, name, absent, [](char const* text) { return LeadingDigits(text, 18); },
+        &XMLElement::Int64Attribute);
+}
+
+int IntAttribute(XMLElement const& element, char const* name, int absent) {
+    return TypedAttribute(
+        element, name, absent, [](char const* text) { return LeadingDigits(text, 9); },
+        &XMLElement::IntAttribute);
+}
+
+bool BoolAttribute(XMLElement const& element, char const* name, bool absent) {
+    return TypedAttribute(element, name, absent, &PlainWord, &XMLElement::BoolAttribute);
 }
 
 XMLElement const& RequiredChild(XMLElement const& element, char const* name) {
