@@ -68,12 +68,9 @@ template <class Archive> void DLStream::serialize(Archive& archive, unsigned int
     Vision::Implementation::CheckLoadedVersion<Archive>(version, 1, "DLStream::serialize()");
     archive(cereal::virtual_base_class<ChangedEventShareableBase>(this), name_, uuid_,
             frameWindow_);
-    // The weak parent travels as a shared reference, which the archive's tracking resolves to
-    // the workspace that holds this stream.
-    std::shared_ptr<DLWorkspace> parent = parentWorkspace_.lock();
-    archive(parent, tools_);
+    Vision::ArchiveWeakReference(archive, parentWorkspace_);
+    archive(tools_);
     if constexpr (Archive::is_loading::value) {
-        parentWorkspace_ = parent;
         setStream(tools_);
         SubscribeToToolChanges(tools_);
     }

@@ -110,12 +110,10 @@ TEST_F(OperatorReload, ArchivedSettingsGoWhereTheFileStillHasTheTool) {
     Case const cases[] = {
         {"unchanged file", {}, {"stream main", "read 0.7 model n 0 3", "red 0.1-0.9 region 0"}},
         {"a tool removed from the file", {false}, {"stream main", "red 0.1-0.9 region 0"}},
-        {"thresholds changed in the file",
-         {true, true},
-         {"stream main", "read 0.7 model n 0 3", "red 0.2-0.6 region 0"}},
-        {"a model renamed in the file",
-         {true, false, "m"},
-         {"stream main", "read 0.7 model m 1 2", "red 0.1-0.9 region 0"}},
+        {"thresholds changed in the file", FileShape{true, true},
+         Texts{"stream main", "read 0.7 model n 0 3", "red 0.2-0.6 region 0"}},
+        {"a model renamed in the file", FileShape{true, false, "m"},
+         Texts{"stream main", "read 0.7 model m 1 2", "red 0.1-0.9 region 0"}},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);

@@ -6,6 +6,7 @@
 
 #include "EngineTest.h"
 #include "ResultTestSupport.h"
+#include "VisionTestSupport.h"
 #include "WorkspaceFiles.h"
 #include "engine/ResultDecoding.h"
 
@@ -16,6 +17,9 @@ using namespace ResultDocs;
 using Tavrin::Vision::RectangleAffine;
 using Tavrin::Vision::Transform2DLinearPtr;
 using Peer = Private::DeepLearningAccessTestPeer;
+using VisionTest::CodeAndMessage;
+using VisionTest::CodeAndMessageOf;
+using VisionTest::MessageOf;
 
 char const* const File = "/workspaces/kinds.kelo";
 
@@ -140,17 +144,11 @@ TEST_F(ResultDecoding, ReadsNumbersAsTheStandardConversionsDo) {
     for (NumberCase const& c : cases) {
         SCOPED_TRACE(c.duration);
         std::string const document = Document(Marking("", "red-uuid", c.duration));
-        if (*c.failure == '\0') {
+        if (*c.failure == '\0')
             EXPECT_DOUBLE_EQ(Decode(document)->ResultImage()->ResultMarking()->Item(0)->Duration(),
                              c.value);
-            continue;
-        }
-        try {
-            Decode(document);
-            ADD_FAILURE() << "nothing thrown";
-        } catch (std::logic_error const& e) {
-            EXPECT_STREQ(e.what(), c.failure);
-        }
+        else
+            EXPECT_EQ(MessageOf<std::logic_error>([&] { Decode(document); }), c.failure);
     }
     auto channels = [&](char const* text) {
         return Document(Marking(std::string("<image_info size=\"4x4\" channels=\"") + text +
@@ -221,12 +219,8 @@ TEST_F(ResultDecoding, ABadPointInAnyRegionEndsTheDecode) {
     std::string const doubledBlank =
         "<region score=\"0\" name=\"r\" area=\"0\" perimeter=\"0\" center=\"0,0\" covers=\"\" "
         "coverage=\"\" points=\"0,0  1,1\"/>";
-    try {
-        DecodeView(Red(doubledBlank));
-        ADD_FAILURE() << "nothing thrown";
-    } catch (std::invalid_argument const& e) {
-        EXPECT_STREQ(e.what(), "invalid stod argument");
-    }
+    EXPECT_EQ(MessageOf<std::invalid_argument>([&] { DecodeView(Red(doubledBlank)); }),
+              "invalid stod argument");
 }
 
 TEST_F(ResultDecoding, GreenTagsKeepTheEnginesOrderAndTheBestIsTheFirstHighest) {
@@ -368,14 +362,11 @@ TEST_F(ResultDecoding, MatchScoresAndFeatureIndicesReadEveryForm) {
 TEST_F(ResultDecoding, AnUnknownModelTypeIsRefused) {
     for (char const* type : {"Layout", "strings", "", "str"}) {
         SCOPED_TRACE(type);
-        try {
-            DecodeView(std::string("<blue><match model_id=\"m\" model_type=\"") + type +
-                       "\" string=\"s\"/></blue>");
-            ADD_FAILURE() << "nothing thrown";
-        } catch (DeepLearningException const& e) {
-            EXPECT_EQ(e.Code(), 20);
-            EXPECT_EQ(e.Message(), "Failed to Parse result");
-        }
+        EXPECT_EQ(CodeAndMessageOf<DeepLearningException>([&] {
+                      DecodeView(std::string("<blue><match model_id=\"m\" model_type=\"") + type +
+                                 "\" string=\"s\"/></blue>");
+                  }),
+                  CodeAndMessage(20, "Failed to Parse result"));
     }
 }
 
@@ -400,21 +391,18 @@ TEST_F(ResultDecoding, ADocumentThatBreaksTheContractIsRefusedWithoutACrash) {
     };
     for (std::string const& document : documents) {
         SCOPED_TRACE(document);
-        try {
-            Decode(document);
-            ADD_FAILURE() << "nothing thrown";
-        } catch (DeepLearningException const& e) {
-            EXPECT_EQ(e.Code(), 20);
-            EXPECT_EQ(e.Message().rfind("Failed to Parse result: ", 0), 0u) << e.Message();
-        }
+        std::string const refusal =
+            CodeAndMessageOf<DeepLearningException>([&] { Decode(document); });
+        EXPECT_EQ(refusal.rfind(CodeAndMessage(20, "Failed to Parse result: "), 0), 0u) << refusal;
     }
 }
 
 // The quick readers of typed attributes answer as tinyxml2's own readers do, whatever the text.
 TEST(ResultAttributes, ReadEveryTextAsTinyxml2Does) {
-    char const* const texts[] = {"true", "false", "True", "FALSE", "1",  "0",     "7x",
-                                 " 7",   "-3",    "0x1F", "2.5",   "1e3", "99999999999",
-                                 "1234567890123456789012", "", "yes"};
+    char const* const texts[] = {
+        "true", "false", "True", "FALSE", "1",   "0",           "7x",
+        " 7",   "-3",    "0x1F", "2.5",   "1e3", "99999999999", "1234567890123456789012",
+        "",     "yes"};
     for (char const* text : texts) {
         SCOPED_TRACE(text);
         tinyxml2::XMLDocument document;

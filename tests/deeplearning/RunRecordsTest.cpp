@@ -2,7 +2,6 @@
 #include <string>
 #include <vector>
 
-
 #include "GraphicsTestSupport.h"
 #include "ResultTestSupport.h"
 
@@ -24,9 +23,8 @@ std::string GreenView(std::string const& tags, std::string const& pose = "1,0,0,
 std::string const RedGreenLabel = "'Marked: ok 70.0%, nok 25.0%' ";
 
 // The red view of the three-kinds run, and a green view turned a quarter and moved by (10, 20).
-std::string const RedGreenDocument =
-    Document(Marking(ThreeKindsRedView()) +
-             Marking(GreenView(GreenTags, "0,1,-1,0,10,20"), "green-uuid"));
+std::string const RedGreenDocument = Document(
+    Marking(ThreeKindsRedView()) + Marking(GreenView(GreenTags, "0,1,-1,0,10,20"), "green-uuid"));
 
 class RunRecords : public ThreeKindsRuntimeToolTest {
 protected:
@@ -62,15 +60,16 @@ TEST_F(RunRecords, CurrentRecordShowsTheInputImage) {
 TEST_F(RunRecords, LastRunRecordListsResourceImagesThenTheInputWithItsOverlay) {
     AddResource("map", 4, 2, 1, 0, PatternPixels(4, 2, 1, 4), 4);
     std::string const text = "<resource name=\"note\" type=\"text\" uuid=\"map\"/>";
-    RunOn(Document(
-        Marking(View(Red(Resource("heat", "map")) + Resource("a", "map") + text +
-                     Resource("b", "map")) +
-                View(Resource("c", "map"))) +
-        Marking(GreenView(GreenTags, "1,0,0,1,0,0", Resource("d", "map")), "green-uuid")));
+    RunOn(
+        Document(Marking(View(Red(Resource("heat", "map")) + Resource("a", "map") + text +
+                              Resource("b", "map")) +
+                         View(Resource("c", "map"))) +
+                 Marking(GreenView(GreenTags, "1,0,0,1,0,0", Resource("d", "map")), "green-uuid")));
 
     auto const record = tool_->CreateLastRunRecord();
-    EXPECT_EQ(record->SubRecords()->Keys(), (std::vector<std::string>{"red.a", "red.b", "red.heat1", "red.c2",
-                                                      "green.d", "InputImage"}));
+    EXPECT_EQ(record->SubRecords()->Keys(),
+              (std::vector<std::string>{"red.a", "red.b", "red.heat1", "red.c2", "green.d",
+                                        "InputImage"}));
     auto const heat = record->SubRecords()->ItemByKey("red.heat1");
     EXPECT_EQ(heat->Annotation(), "red.heat1");
     EXPECT_EQ(heat->Content().get_value<std::shared_ptr<IImage>>(),
@@ -99,7 +98,7 @@ TEST_F(RunRecords, LastRunRecordStaysEmptyWithoutAKeptImageOrAResult) {
              tool.setLastRunRecordDiagEnable(DLLastRunRecordConstants::None);
              tool.Run();
          }},
-        {"no run yet", [](DLRuntimeTool&) {}},
+        {"no run yet", nullptr},
         {"image kept, engine failed",
          [](DLRuntimeTool& tool) {
              testkelo_set_result_document(nullptr);
@@ -110,7 +109,8 @@ TEST_F(RunRecords, LastRunRecordStaysEmptyWithoutAKeptImageOrAResult) {
         SCOPED_TRACE(c.name);
         TearDown();
         SetUp();
-        c.arrange(*tool_);
+        if (c.arrange)
+            c.arrange(*tool_);
         EXPECT_EQ(tool_->CreateLastRunRecord()->SubRecords()->Count(), 0);
     }
 }
@@ -122,8 +122,8 @@ TEST_F(RunRecords, OverlayDrawsRegionOutlinesRedPolygonsAndTheGreenLabel) {
     auto const graphics = Graphics();
     EXPECT_EQ(Described(*graphics),
               (Texts{"rect 0,0 100,0 0,50 ff000000 w2", "rect 0,0 100,0 0,50 ff808080 w2",
-                     "polygon 8,18 12,22 style1 ffff0000 w2", "rect 10,20 10,120 -40,20 ff000000 w2",
-                     "rect 10,20 10,120 -40,20 ff808080 w2",
+                     "polygon 8,18 12,22 style1 ffff0000 w2",
+                     "rect 10,20 10,120 -40,20 ff000000 w2", "rect 10,20 10,120 -40,20 ff808080 w2",
                      "label 'Marked: ok 70.0%, nok 25.0%' -40,20 1.571 align3 ffffff00 on "
                      "ff000000"}));
     ASSERT_EQ(graphics->Count(), 6);
@@ -147,7 +147,8 @@ TEST_F(RunRecords, EachShowFlagSwitchesItsGraphicsOff) {
     Case const cases[] = {
         {"red region", [](RunRecords& t) { t.LiveTool("red-uuid")->setShowRegion(false); },
          "polygon rect rect " + RedGreenLabel},
-        {"red graphics", [&](RunRecords& t) { quickRed(t)->setShowGraphics(false); }, "rect rect rect rect " + RedGreenLabel},
+        {"red graphics", [&](RunRecords& t) { quickRed(t)->setShowGraphics(false); },
+         "rect rect rect rect " + RedGreenLabel},
         {"green region", [](RunRecords& t) { t.LiveTool("green-uuid")->setShowRegion(false); },
          "rect rect polygon " + RedGreenLabel},
         {"green graphics",

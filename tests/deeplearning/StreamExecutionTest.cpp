@@ -128,46 +128,28 @@ TEST_F(StreamExecution, AnImageOfAnotherClassIsRefused) {
 struct FailureRow {
     char const* entryPoint;
     int code;
+    bool initialize; // DeepLearningInitializeException rather than its base
+    // What stays held beyond what was held before the run.
+    int images, buffers, samples;
     char const* message;
-    bool initialize;  // DeepLearningInitializeException rather than its base
-    Outstanding left; // beyond what was held before the run
 };
 
 // Each failing engine call of a run: its exception and what stays held in the engine. A failed
 // run leaves its sample until the workspace closes.
 TEST_F(StreamExecution, EachFailingStepReportsAndReleasesInItsOrder) {
     FailureRow const rows[] = {
-        {"kelo_init_image",
-         21,
-         "Failed to Initialize Solvarine Deep Learning Image",
-         false,
-         {0, 0, 0}},
-        {"kelo_runtime_create_sample", 15, "Failed to Create Sample: boom", false, {0, 0, 0}},
-        {"kelo_runtime_sample_add_image",
-         16,
-         "Failed to Add Image to Sample: boom",
-         false,
-         {0, 0, 1}},
-        {"kelo_runtime_sample_process",
-         17,
-         "Failed to Run Solvarine Deep Learning Stream: boom",
-         false,
-         {0, 0, 1}},
-        {"kelo_init_buffer",
-         2,
-         "Could not initialize Solvarine Deep Learning buffer",
-         true,
-         {1, 0, 1}},
-        {"kelo_runtime_get_sample",
-         18,
-         "Failed to Get the Execution result: boom",
-         false,
-         {0, 0, 1}},
-        {"kelo_free_buffer",
-         19,
-         "Failed to Free Solvarine Deep Learning Image: boom",
-         false,
-         {0, 1, 0}},
+        {"kelo_init_image", 21, false, 0, 0, 0,
+         "Failed to Initialize Solvarine Deep Learning Image"},
+        {"kelo_runtime_create_sample", 15, false, 0, 0, 0, "Failed to Create Sample: boom"},
+        {"kelo_runtime_sample_add_image", 16, false, 0, 0, 1,
+         "Failed to Add Image to Sample: boom"},
+        {"kelo_runtime_sample_process", 17, false, 0, 0, 1,
+         "Failed to Run Solvarine Deep Learning Stream: boom"},
+        {"kelo_init_buffer", 2, true, 1, 0, 1,
+         "Could not initialize Solvarine Deep Learning buffer"},
+        {"kelo_runtime_get_sample", 18, false, 0, 0, 1, "Failed to Get the Execution result: boom"},
+        {"kelo_free_buffer", 19, false, 0, 1, 0,
+         "Failed to Free Solvarine Deep Learning Image: boom"},
     };
     for (FailureRow const& row : rows) {
         SCOPED_TRACE(row.entryPoint);
@@ -182,7 +164,7 @@ TEST_F(StreamExecution, EachFailingStepReportsAndReleasesInItsOrder) {
             EXPECT_EQ(dynamic_cast<DeepLearningInitializeException const*>(&e) != nullptr,
                       row.initialize);
         }
-        EXPECT_EQ(HeldSince(before), row.left);
+        EXPECT_EQ(HeldSince(before), (Outstanding{row.images, row.buffers, row.samples}));
         EXPECT_TRUE(op_->Execute(*image_)) << "the lock and the engine are free again";
     }
 }

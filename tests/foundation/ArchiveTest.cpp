@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -34,11 +35,23 @@ TEST(Archive, RefusesCountsBeyondTheBytesLeft) {
         std::function<void(VisionBinaryInputArchive&)> load;
     };
     std::vector<Case> const cases = {
-        {"string", Archived(huge), [](auto& in) { std::string text; in(text); }},
+        {"string", Archived(huge),
+         [](auto& in) {
+             std::string text;
+             in(text);
+         }},
         {"collection", Archived(huge),
-         [](auto& in) { std::vector<std::shared_ptr<Tavrin::Vision::Record>> items; in(items); }},
-        {"numbers", Archived(huge), [](auto& in) { std::vector<double> values; in(values); }},
-        {"image pels", Archived(65535, 65535, std::uint64_t{0}), [](auto& in) {
+         [](auto& in) {
+             std::vector<std::shared_ptr<Tavrin::Vision::Record>> items;
+             in(items);
+         }},
+        {"numbers", Archived(huge),
+         [](auto& in) {
+             std::vector<double> values;
+             in(values);
+         }},
+        {"image pels", Archived(65535, 65535, std::uint64_t{0}),
+         [](auto& in) {
              auto root = Tavrin::Brnt::CreateObject<Tavrin::Vision::Image8Root>(1, 1, 1);
              Tavrin::Vision::Implementation::SerializeRoot(in, root);
          }},
@@ -69,6 +82,89 @@ TEST(Archive, ReadsCountsTheInputHolds) {
     in(values, text);
     EXPECT_EQ(text, "pels");
     EXPECT_EQ(values, (std::vector<double>{1.5, 2.5}));
+}
+
+struct Node {
+    std::shared_ptr<Node> next;
+    template <class Archive> void serialize(Archive& archive) { archive(next); }
+};
+
+struct Leaf {
+    int value = 0;
+    template <class Archive> void serialize(Archive& archive) { archive(value); }
+};
+
+template <class Second> struct Pair {
+    std::shared_ptr<Node> first;
+    std::shared_ptr<Second> second;
+    template <class Archive> void serialize(Archive& archive) { archive(first, second); }
+};
+
+// Pointer ids as the archive states them: the top bit declares a new object, a plain id names
+// one declared before, zero is null.
+std::uint32_t constexpr Declares = 0x80000000u;
+
+template <class T> T LoadedFrom(std::string const& bytes) {
+    std::istringstream stream(bytes);
+    VisionBinaryInputArchive in(stream, SerializerOptionsConstants_None);
+    T loaded;
+    in(loaded);
+    return loaded;
+}
+
+// A damaged archive may name any id anywhere; only a finished object of the same type is
+// handed out, so loading never makes an object own itself nor casts one to what it is not.
+TEST(Archive, RefusesPointerIdsThatNameNoFinishedObjectOfTheType) {
+    struct Case {
+        char const* name;
+        std::function<void()> load;
+        char const* fault;
+    };
+    std::vector<Case> const cases = {
+        {"itself while loading", [] { LoadedFrom<Node>(Archived(Declares | 1, 1u)); },
+         "Id 1 names an object that is still loading"},
+        {"another type", [] { LoadedFrom<Pair<Leaf>>(Archived(Declares | 1, 0u, 1u)); },
+         "Id 1 names an object of another type"},
+        {"declared twice",
+         [] { LoadedFrom<Pair<Node>>(Archived(Declares | 1, 0u, Declares | 1, 0u)); },
+         "Id 1 is declared twice"},
+    };
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.name);
+        try {
+            c.load();
+            ADD_FAILURE() << "loaded";
+        } catch (cereal::Exception const& e) {
+            EXPECT_EQ(std::string(e.what()),
+                      std::string("Error while trying to deserialize a smart pointer. ") + c.fault);
+        }
+    }
+}
+
+struct Child;
+
+struct Parent {
+    std::shared_ptr<Child> child;
+    template <class Archive> void serialize(Archive& archive) { archive(child); }
+};
+
+// Names its parent while the parent is still loading, as children do.
+struct Child {
+    std::weak_ptr<Parent> parent;
+    template <class Archive> void serialize(Archive& archive) {
+        Tavrin::Vision::ArchiveWeakReference(archive, parent);
+    }
+};
+
+TEST(Archive, JoinsEveryMentionToItsObject) {
+    auto const pair = LoadedFrom<Pair<Node>>(Archived(Declares | 1, 0u, 1u));
+    ASSERT_NE(pair.first, nullptr);
+    EXPECT_EQ(pair.first, pair.second);
+
+    auto const parent =
+        LoadedFrom<std::shared_ptr<Parent>>(Archived(Declares | 1, Declares | 2, 1u));
+    ASSERT_NE(parent->child, nullptr);
+    EXPECT_EQ(parent->child->parent.lock(), parent);
 }
 
 } // namespace

@@ -18,13 +18,23 @@ std::shared_ptr<Transform2DLinear> Linear(double a, double b, double c, double d
     return CreateObject<Transform2DLinear>(a, b, c, d, tx, ty);
 }
 
-// Origin, corner X, corner Y, opposite corner and centre, as x and y each.
-void ExpectCorners(RectangleAffine const& r, std::vector<double> const& expected) {
-    std::vector<double> const actual = {
-        r.CornerOriginX(), r.CornerOriginY(),   r.CornerXX(),        r.CornerXY(), r.CornerYX(),
-        r.CornerYY(),      r.CornerOppositeX(), r.CornerOppositeY(), r.CenterX(),  r.CenterY()};
+// Each expected value within the tolerance of the actual one in the same place.
+void ExpectNear(std::vector<double> const& actual, std::vector<double> const& expected) {
     for (std::size_t i = 0; i < expected.size(); ++i)
         EXPECT_NEAR(actual[i], expected[i], kTolerance) << "value " << i;
+}
+
+// Origin, corner X, corner Y, opposite corner and centre, as x and y each.
+void ExpectCorners(RectangleAffine const& r, std::vector<double> const& expected) {
+    ExpectNear({r.CornerOriginX(), r.CornerOriginY(), r.CornerXX(), r.CornerXY(), r.CornerYX(),
+                r.CornerYY(), r.CornerOppositeX(), r.CornerOppositeY(), r.CenterX(), r.CenterY()},
+               expected);
+}
+
+// The image of (x, y) under the transform.
+std::vector<double> Mapped(ITransform2D const& transform, double x, double y) {
+    transform.MapPoint(x, y, &x, &y);
+    return {x, y};
 }
 
 TEST(Vect2, SharedPointerEqualityComparesValues) {
@@ -55,10 +65,8 @@ TEST(RectangleAffine, RotatedAndSkewedCornersMatchHandWorkedValues) {
 TEST(RectangleAffine, OriginCornerXCornerYRoundTripsWithSkewInHalfOpenTurn) {
     auto r = CreateObject<RectangleAffine>();
     r->SetOriginCornerXCornerY(1, 1, 4, 1, -1, 3);
-    EXPECT_NEAR(r->SideXLength(), 3, kTolerance);
-    EXPECT_NEAR(r->SideYLength(), std::sqrt(8.0), kTolerance);
-    EXPECT_NEAR(r->Rotation(), 0, kTolerance);
-    EXPECT_NEAR(r->Skew(), M_PI / 4, kTolerance);
+    ExpectNear({r->SideXLength(), r->SideYLength(), r->Rotation(), r->Skew()},
+               {3, std::sqrt(8.0), 0, M_PI / 4});
 
     // Side Y along the rotation's negative normal: a skew of half a turn, which is kept as -pi.
     r->SetOriginCornerXCornerY(0, 0, 0, -1, -1, 0);
@@ -71,11 +79,9 @@ TEST(RectangleAffine, OriginCornerXCornerYRoundTripsWithSkewInHalfOpenTurn) {
     source->SetOriginLengthsRotationSkew(2, -3, 5, 7, 2.5, 3.5);
     r->SetOriginCornerXCornerY(source->CornerOriginX(), source->CornerOriginY(), source->CornerXX(),
                                source->CornerXY(), source->CornerYX(), source->CornerYY());
-    EXPECT_NEAR(r->Rotation(), 2.5, 1e-12);
-    EXPECT_NEAR(r->Skew(), 3.5 - 2 * M_PI, 1e-12);
-    EXPECT_NEAR(r->SideYLength(), 7, 1e-12);
-    EXPECT_NEAR(r->CornerOppositeX(), source->CornerOppositeX(), 1e-12);
-    EXPECT_NEAR(r->CornerOppositeY(), source->CornerOppositeY(), 1e-12);
+    ExpectNear(
+        {r->Rotation(), r->Skew(), r->SideYLength(), r->CornerOppositeX(), r->CornerOppositeY()},
+        {2.5, 3.5 - 2 * M_PI, 7, source->CornerOppositeX(), source->CornerOppositeY()});
 }
 
 TEST(RectangleAffine, MapLinearIsExactUnderShearAndReflection) {
@@ -153,17 +159,13 @@ TEST(Ellipse, TurnsAndMirrorsKeepRadiiOnTheirAxes) {
     ellipse->SetCenterXYRadiusXYRotation(1, 0, 10, 20, 0);
     double const c = std::cos(M_PI / 6), s = std::sin(M_PI / 6);
     auto turned = ellipse->MapLinear(*Linear(c, -s, s, c, 0, 0), CopyShapeConstants_GeometryOnly);
-    EXPECT_NEAR(turned->RadiusX(), 10, 1e-12);
-    EXPECT_NEAR(turned->RadiusY(), 20, 1e-12);
-    EXPECT_NEAR(turned->Rotation(), M_PI / 6, 1e-12);
-    EXPECT_NEAR(turned->CenterX(), c, 1e-12);
-    EXPECT_NEAR(turned->CenterY(), s, 1e-12);
+    ExpectNear({turned->RadiusX(), turned->RadiusY(), turned->Rotation(), turned->CenterX(),
+                turned->CenterY()},
+               {10, 20, M_PI / 6, c, s});
 
     ellipse->SetCenterXYRadiusXYRotation(0, 0, 4, 1, 0.3);
     auto mirrored = ellipse->MapLinear(*Linear(1, 0, 0, -1, 0, 0), CopyShapeConstants_GeometryOnly);
-    EXPECT_NEAR(mirrored->RadiusX(), 4, 1e-12);
-    EXPECT_NEAR(mirrored->RadiusY(), 1, 1e-12);
-    EXPECT_NEAR(mirrored->Rotation(), -0.3, 1e-12);
+    ExpectNear({mirrored->RadiusX(), mirrored->RadiusY(), mirrored->Rotation()}, {4, 1, -0.3});
 }
 
 TEST(EllipticalArc, MappedSweepFollowsItsPointsThroughAMirror) {
@@ -174,10 +176,8 @@ TEST(EllipticalArc, MappedSweepFollowsItsPointsThroughAMirror) {
     for (double t : {0.0, 0.3, 1.0, 2.5, 4.0}) {
         double x, y, ex, ey;
         geometry.PointAt(t, &x, &y);
-        transform->MapPoint(x, y, &x, &y);
         mapping.geometry.PointAt(mapping.MapParameter(t), &ex, &ey);
-        EXPECT_NEAR(ex, x, 1e-12);
-        EXPECT_NEAR(ey, y, 1e-12);
+        ExpectNear({ex, ey}, Mapped(*transform, x, y));
     }
 
     auto arc = CreateObject<EllipticalArc>();
@@ -190,18 +190,9 @@ TEST(EllipticalArc, MappedSweepFollowsItsPointsThroughAMirror) {
 
 TEST(Transform2DRigid, ComposesInvertsAndConvertsToLinear) {
     auto rigid = CreateObject<Transform2DRigid>(M_PI / 2, 1, 2);
-    double x, y;
-    rigid->MapPoint(1, 0, &x, &y);
-    EXPECT_NEAR(x, 1, kTolerance);
-    EXPECT_NEAR(y, 3, kTolerance);
-    rigid->Compose(*rigid->Invert())->MapPoint(5, -7, &x, &y);
-    EXPECT_NEAR(x, 5, kTolerance);
-    EXPECT_NEAR(y, -7, kTolerance);
-
-    auto linear = Private::MiscUtils::LinearOrElse(*rigid);
-    linear->MapPoint(2, 3, &x, &y);
-    EXPECT_NEAR(x, -2, kTolerance);
-    EXPECT_NEAR(y, 4, kTolerance);
+    ExpectNear(Mapped(*rigid, 1, 0), {1, 3});
+    ExpectNear(Mapped(*rigid->Compose(*rigid->Invert()), 5, -7), {5, -7});
+    ExpectNear(Mapped(*Private::MiscUtils::LinearOrElse(*rigid), 2, 3), {-2, 4});
 
     auto source = Linear(1, 2, 3, 4, 5, 6);
     auto copy = Private::MiscUtils::LinearOrElse(*source);

@@ -1,5 +1,7 @@
 #include "Vision/Core/Archive.h"
 
+#include <utility>
+
 #include "Vision/Core/Exceptions.h"
 
 namespace Tavrin::Vision {
@@ -17,6 +19,16 @@ std::istream::pos_type EndOf(std::basic_istream<char>& stream) {
     return end;
 }
 
+std::uint32_t StrippedId(std::uint32_t id) {
+    return id & ~cereal::detail::msb_32bit;
+}
+
+[[noreturn]] void ThrowPointerFault(std::uint32_t id, char const* fault) {
+    // Worded as cereal's own refusals of a smart pointer.
+    throw cereal::Exception("Error while trying to deserialize a smart pointer. Id " +
+                            std::to_string(StrippedId(id)) + " " + fault);
+}
+
 } // namespace
 
 VisionBinaryInputArchive::VisionBinaryInputArchive(std::basic_istream<char>& stream,
@@ -26,8 +38,7 @@ VisionBinaryInputArchive::VisionBinaryInputArchive(std::basic_istream<char>& str
     , stream_(stream)
     , end_(EndOf(stream)) {}
 
-void VisionBinaryInputArchive::RequireElements(std::uint64_t count,
-                                               std::size_t elementSize) const {
+void VisionBinaryInputArchive::RequireElements(std::uint64_t count, std::size_t elementSize) const {
     std::istream::pos_type const at = stream_.tellg();
     if (end_ == std::istream::pos_type(-1) || at == std::istream::pos_type(-1) || elementSize == 0)
         return;
@@ -38,9 +49,35 @@ void VisionBinaryInputArchive::RequireElements(std::uint64_t count,
                                 " bytes from input stream! Read " + std::to_string(bytesLeft));
 }
 
+void VisionBinaryInputArchive::BeginPointer(std::uint32_t id, std::type_info const& type) {
+    weakReferenceNext_ = false;
+    if (!pointers_.try_emplace(StrippedId(id), DeclaredPointer{type, true}).second)
+        ThrowPointerFault(id, "is declared twice");
+}
+
+void VisionBinaryInputArchive::EndPointer(std::uint32_t id) {
+    pointers_.at(StrippedId(id)).loading = false;
+}
+
+void VisionBinaryInputArchive::RequireMentionable(std::uint32_t id, std::type_info const& type) {
+    bool const weak = std::exchange(weakReferenceNext_, false);
+    // An id never declared is left to cereal, which refuses it in its own words.
+    auto const declared = pointers_.find(StrippedId(id));
+    if (declared == pointers_.end())
+        return;
+    if (declared->second.loading && !weak)
+        ThrowPointerFault(id, "names an object that is still loading");
+    if (declared->second.type != std::type_index(type))
+        ThrowPointerFault(id, "names an object of another type");
+}
+
+VisionBinaryInputArchive* VisionArchiveOf(cereal::PortableBinaryInputArchive& archive) {
+    return dynamic_cast<VisionBinaryInputArchive*>(&archive);
+}
+
 void RequireArchivedElements(cereal::PortableBinaryInputArchive& archive, std::uint64_t count,
                              std::size_t elementSize) {
-    if (auto const* vision = dynamic_cast<VisionBinaryInputArchive const*>(&archive))
+    if (auto const* vision = VisionArchiveOf(archive))
         vision->RequireElements(count, elementSize);
 }
 

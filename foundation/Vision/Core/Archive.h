@@ -3,9 +3,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <istream>
+#include <memory>
 #include <ostream>
 #include <string>
+#include <type_traits>
 #include <typeindex>
+#include <typeinfo>
+#include <unordered_map>
 
 #include <cereal/archives/portable_binary.hpp>
 #include <cereal/cereal.hpp>
@@ -57,14 +61,55 @@ public:
     // Throws cereal::Exception unless the stream still holds count elements of elementSize bytes.
     void RequireElements(std::uint64_t count, std::size_t elementSize) const;
 
+    // The shared pointers as the loader meets them, by the archive's pointer id. An object is
+    // declared once; a later mention must name an object of the same type that has finished
+    // loading, unless the mention is a weak reference (ArchiveWeakReference), such as a parent
+    // named by its children. Anything else throws cereal::Exception: a strong mention while the
+    // object still loads would make it own itself, and one as another type would read the
+    // object as what it is not.
+    void BeginPointer(std::uint32_t id, std::type_info const& type);
+    void EndPointer(std::uint32_t id);
+    void RequireMentionable(std::uint32_t id, std::type_info const& type);
+    // Whether the next pointer read is a weak reference.
+    void ExpectWeakReference(bool weak) { weakReferenceNext_ = weak; }
+
 private:
+    struct DeclaredPointer {
+        std::type_index type;
+        bool loading;
+    };
+
     std::basic_istream<char>& stream_;
     std::istream::pos_type end_;
+    std::unordered_map<std::uint32_t, DeclaredPointer> pointers_;
+    bool weakReferenceNext_ = false;
 };
+
+// The foundation's archive behind a cereal one, or null for a plain cereal archive.
+VisionBinaryInputArchive* VisionArchiveOf(cereal::PortableBinaryInputArchive& archive);
 
 // RequireElements when the archive is the foundation's; another archive reads unchecked.
 void RequireArchivedElements(cereal::PortableBinaryInputArchive& archive, std::uint64_t count,
                              std::size_t elementSize);
+
+// A weak reference travels as a shared pointer, which the archive's tracking joins to the
+// object saved elsewhere in the same archive.
+template <class Archive, class T>
+void ArchiveWeakReference(Archive& archive, std::weak_ptr<T>& reference) {
+    std::shared_ptr<T> shared = reference.lock();
+    if constexpr (Archive::is_loading::value) {
+        VisionBinaryInputArchive* const vision = VisionArchiveOf(archive);
+        if (vision)
+            vision->ExpectWeakReference(true);
+        archive(shared);
+        // A null reference reads no pointer id and leaves the expectation standing.
+        if (vision)
+            vision->ExpectWeakReference(false);
+        reference = shared;
+    } else {
+        archive(shared);
+    }
+}
 
 // The options of the archive a serialiser was given; any other archive throws std::bad_cast.
 template <class Archive> SerializerOptionsConstants ArchiveOptions(Archive& archive) {
@@ -94,6 +139,35 @@ template <class T>
 void CEREAL_SERIALIZE_FUNCTION_NAME(PortableBinaryInputArchive& archive, SizeTag<T>& tag) {
     archive(tag.size);
     ::Tavrin::Vision::RequireArchivedElements(archive, static_cast<std::uint64_t>(tag.size), 1);
+}
+
+// Chosen over cereal's own loading of a shared pointer, for the same reason: the foundation's
+// archive checks each pointer id (VisionBinaryInputArchive::BeginPointer), so a damaged archive
+// can neither make a cycle of owners, which would leak, nor cast an object to a wrong type.
+template <class T>
+void CEREAL_LOAD_FUNCTION_NAME(PortableBinaryInputArchive& archive,
+                               memory_detail::PtrWrapper<std::shared_ptr<T>&>& wrapper) {
+    static_assert(!traits::has_load_and_construct<T, PortableBinaryInputArchive>::value,
+                  "archived classes are made by their default constructor");
+    auto* const vision = ::Tavrin::Vision::VisionArchiveOf(archive);
+    std::uint32_t id;
+    archive(id); // a binary archive keeps no names
+    if ((id & detail::msb_32bit) == 0) {
+        if (vision)
+            vision->RequireMentionable(id, typeid(T));
+        wrapper.ptr = std::static_pointer_cast<T>(archive.getSharedPointer(id));
+        return;
+    }
+    using NonConstT = std::remove_const_t<T>;
+    std::shared_ptr<NonConstT> ptr(
+        detail::Construct<NonConstT, PortableBinaryInputArchive>::load_andor_construct());
+    if (vision)
+        vision->BeginPointer(id, typeid(T));
+    archive.registerSharedPointer(id, ptr);
+    archive(*ptr);
+    if (vision)
+        vision->EndPointer(id);
+    wrapper.ptr = std::move(ptr);
 }
 } // namespace cereal
 

@@ -70,11 +70,7 @@ void GraphicInteractiveBase::serialize(Archive& archive, unsigned int version) {
     Implementation::CheckLoadedVersion<Archive>(version, 1, "GraphicInteractiveBase::serialize()");
     archive(cereal::virtual_base_class<ChangedEventShareableBase>(this), color_, lineStyle_,
             lineWidth_, selectedSpaceName_, interactive_, tipText_);
-    // The weak parent travels as a shared pointer, so that tracking joins it to the parent
-    // saved elsewhere in the same archive.
-    std::shared_ptr<IGraphicParentChild> parent = parent_.lock();
-    archive(parent);
-    parent_ = parent;
+    ArchiveWeakReference(archive, parent_);
 }
 
 TAVRIN_INSTANTIATE_SERIALIZE(GraphicInteractiveBase)
