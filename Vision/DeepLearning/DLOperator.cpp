@@ -264,8 +264,9 @@ void DLOperator::UpdateToolsProperties(DLWorkspace const& saved) {
     auto const streams = saved.Streams();
     if (!streams)
         return;
+    // A damaged archive may hold empty slots; they carry no settings.
     for (auto const& stream : *streams)
-        if (auto const tools = stream->Tools())
+        if (auto const tools = stream ? stream->Tools() : nullptr)
             for (auto const& tool : *tools)
                 UpdateToolProperties(tool);
 }

@@ -25,6 +25,14 @@ template <class... Numbers> std::string Archived(Numbers... numbers) {
     return stream.str();
 }
 
+template <class T> T LoadedFrom(std::string const& bytes) {
+    std::istringstream stream(bytes);
+    VisionBinaryInputArchive in(stream, SerializerOptionsConstants_None);
+    T loaded;
+    in(loaded);
+    return loaded;
+}
+
 // A count beyond what the input still holds is refused before anything is made for it: an
 // allocation of that size would fail, or take the host's memory, long before the short read.
 TEST(Archive, RefusesCountsBeyondTheBytesLeft) {
@@ -84,6 +92,18 @@ TEST(Archive, ReadsCountsTheInputHolds) {
     EXPECT_EQ(values, (std::vector<double>{1.5, 2.5}));
 }
 
+// Any other byte would make a bool that no program may hold.
+TEST(Archive, ReadsOnlyZeroAndOneAsBools) {
+    EXPECT_TRUE(LoadedFrom<bool>(Archived(std::uint8_t{1})));
+    EXPECT_FALSE(LoadedFrom<bool>(Archived(std::uint8_t{0})));
+    try {
+        LoadedFrom<bool>(Archived(std::uint8_t{213}));
+        ADD_FAILURE() << "loaded";
+    } catch (cereal::Exception const& e) {
+        EXPECT_STREQ(e.what(), "Failed to read a bool: the archive holds the byte 213");
+    }
+}
+
 struct Node {
     std::shared_ptr<Node> next;
     template <class Archive> void serialize(Archive& archive) { archive(next); }
@@ -103,14 +123,6 @@ template <class Second> struct Pair {
 // Pointer ids as the archive states them: the top bit declares a new object, a plain id names
 // one declared before, zero is null.
 std::uint32_t constexpr Declares = 0x80000000u;
-
-template <class T> T LoadedFrom(std::string const& bytes) {
-    std::istringstream stream(bytes);
-    VisionBinaryInputArchive in(stream, SerializerOptionsConstants_None);
-    T loaded;
-    in(loaded);
-    return loaded;
-}
 
 // A damaged archive may name any id anywhere; only a finished object of the same type is
 // handed out, so loading never makes an object own itself nor casts one to what it is not.

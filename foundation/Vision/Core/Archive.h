@@ -141,6 +141,17 @@ void CEREAL_SERIALIZE_FUNCTION_NAME(PortableBinaryInputArchive& archive, SizeTag
     ::Tavrin::Vision::RequireArchivedElements(archive, static_cast<std::uint64_t>(tag.size), 1);
 }
 
+// Chosen over cereal's reading of arithmetic values, for not being a template: a bool is archived
+// as one byte, and any byte but 0 or 1 would make a bool that no program may hold.
+inline void CEREAL_LOAD_FUNCTION_NAME(PortableBinaryInputArchive& archive, bool& value) {
+    std::uint8_t byte = 0;
+    archive.loadBinary<sizeof(byte)>(&byte, sizeof(byte));
+    if (byte > 1)
+        throw Exception("Failed to read a bool: the archive holds the byte " +
+                        std::to_string(byte));
+    value = byte == 1;
+}
+
 // Chosen over cereal's own loading of a shared pointer, for the same reason: the foundation's
 // archive checks each pointer id (VisionBinaryInputArchive::BeginPointer), so a damaged archive
 // can neither make a cycle of owners, which would leak, nor cast an object to a wrong type.

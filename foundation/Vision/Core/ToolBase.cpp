@@ -156,8 +156,12 @@ template <class Archive> void ToolBase::serialize(Archive& archive, unsigned int
     CheckLoadedVersion<Archive>(version, 1, "ToolBase::serialize()");
     archive(cereal::base_class<TrackedItemBase>(this), enabled_, currentRecordEnable_,
             lastRunRecordEnable_, lastRunRecordDiagEnable_, runStatus_, inputs_, outputs_);
-    if constexpr (Archive::is_loading::value)
+    if constexpr (Archive::is_loading::value) {
+        // Every tool is made with both pin collections; an archive without one is damaged.
+        if (!inputs_ || !outputs_)
+            throw SerializationException("ToolBase::serialize(): the archive holds no pins");
         AdoptPins();
+    }
 }
 
 TAVRIN_INSTANTIATE_SERIALIZE(ToolBase)
