@@ -8,11 +8,9 @@
 
 #include <Vision/Core/Object.h>
 
-#include "engine/EngineRecords.h"
+#include <tinyxml2.h>
 
-namespace tinyxml2 {
-class XMLElement;
-}
+#include "engine/EngineRecords.h"
 
 namespace Tavrin::Vision {
 class IImage;
@@ -197,6 +195,8 @@ private:
     std::recursive_mutex accessLock_;
     // The keys of the tool whose parameters are being pushed; a push builds them once a tool.
     ParameterKeys pushKeys_{nullptr};
+    // The run's answer, parsed under the access lock; empty between runs.
+    tinyxml2::XMLDocument resultDocument_{true, tinyxml2::PRESERVE_WHITESPACE};
 };
 
 } // namespace Private

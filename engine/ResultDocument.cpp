@@ -239,9 +239,14 @@ std::shared_ptr<DLResult> CreateDLResult(DLStream const& stream, XMLElement cons
 std::shared_ptr<DLResult> DeepLearningAccess::ParseResultKeloXml(DLStream const& stream,
                                                                  char const* document,
                                                                  TransformPtr const& inverse) {
-    tinyxml2::XMLDocument xml(true, tinyxml2::PRESERVE_WHITESPACE);
-    xml.Parse(document);
-    XMLElement const* root = xml.FirstChildElement();
+    // One document serves every run, so its node pools are reused rather than made anew. It is
+    // emptied after each decode: only the pools outlive the run.
+    struct Emptied {
+        tinyxml2::XMLDocument& xml;
+        ~Emptied() { xml.Clear(); }
+    } const emptied{resultDocument_};
+    resultDocument_.Parse(document);
+    XMLElement const* root = resultDocument_.FirstChildElement();
     if (!root)
         ThrowBadDocument("the document has no root element");
     return CreateDLResult(stream, *root, inverse);

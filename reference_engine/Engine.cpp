@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <string_view>
 
 #include <sys/stat.h>
 #include <tinyxml2.h>
@@ -11,7 +12,7 @@
 namespace KeloReference {
 namespace {
 
-std::string TextOf(const char* text, const char* what) {
+std::string_view TextOf(const char* text, const char* what) {
     if (!text)
         Refuse(std::string(what) + " is null");
     return text;
@@ -74,7 +75,7 @@ void ListToolTree(Listing& listing, const std::vector<RunningTool>& tools) {
     }
 }
 
-RunningTool* FindTool(std::vector<RunningTool>& tools, const std::string& id) {
+RunningTool* FindTool(std::vector<RunningTool>& tools, std::string_view id) {
     for (RunningTool& tool : tools) {
         if (tool.definition.id == id)
             return &tool;
@@ -173,7 +174,8 @@ void Engine::ErrorMessage(int status, EngineBuffer* buffer) {
 void Engine::OpenWorkspace(const char* workspaceId, const char* path) {
     RequireInitialized();
     KeloReference::OpenWorkspace open{
-        TextOf(workspaceId, "the workspace id"), TextOf(path, "the path"), {}, {}, {}};
+        std::string(TextOf(workspaceId, "the workspace id")), std::string(TextOf(path, "the path")),
+        {}, {}, {}};
     if (open.id.empty())
         Refuse("the workspace id is empty");
     if (std::any_of(workspaces_.begin(), workspaces_.end(),
@@ -255,8 +257,8 @@ void Engine::GetParameter(const char* workspaceId, const char* streamId, const c
 void Engine::SetParameter(const char* workspaceId, const char* streamId, const char* toolId,
                           const char* path, const char* value) {
     RunningTool& tool = Tool(workspaceId, streamId, toolId);
-    const std::string key = TextOf(path, "the parameter path");
-    const std::string text = TextOf(value, "the parameter value");
+    const std::string key(TextOf(path, "the parameter path"));
+    const std::string text(TextOf(value, "the parameter value"));
     const ParameterRule* rule = FindParameterRule(tool.definition, key);
     if (!rule)
         NotFound("tool '" + tool.definition.id + "' has no parameter '" + key + "'");
@@ -296,7 +298,7 @@ void Engine::FreeImage(EngineImage* image) {
 
 void Engine::ResourceImage(const char* uuid, EngineImage* image) {
     HeldImage& held = Held(image);
-    const std::string id = TextOf(uuid, "the resource uuid");
+    const std::string_view id = TextOf(uuid, "the resource uuid");
     for (const Sample& sample : samples_) {
         if (!sample.result)
             continue;
@@ -314,12 +316,12 @@ void Engine::ResourceImage(const char* uuid, EngineImage* image) {
             return;
         }
     }
-    NotFound("no sample holds resource '" + id + "'");
+    NotFound("no sample holds resource '" + std::string(id) + "'");
 }
 
 void Engine::CreateSample(const char* workspaceId, const char* streamId, const char* sampleId) {
     const RunningStream& stream = Stream(workspaceId, streamId);
-    const std::string id = TextOf(sampleId, "the sample id");
+    const std::string id(TextOf(sampleId, "the sample id"));
     if (std::any_of(samples_.begin(), samples_.end(), [&](const Sample& sample) {
             return sample.workspaceId == workspaceId && sample.id == id;
         }))
@@ -367,9 +369,9 @@ std::string& Engine::HeldText(EngineBuffer* buffer) {
     return found->second;
 }
 
-void Engine::Write(EngineBuffer* buffer, std::string text) {
+void Engine::Write(EngineBuffer* buffer, std::string_view text) {
     std::string& held = HeldText(buffer);
-    held = std::move(text);
+    held.assign(text);
     buffer->text = held.c_str();
 }
 
@@ -382,41 +384,41 @@ HeldImage& Engine::Held(EngineImage* image) {
 
 KeloReference::OpenWorkspace& Engine::Workspace(const char* workspaceId) {
     RequireInitialized();
-    const std::string id = TextOf(workspaceId, "the workspace id");
+    const std::string_view id = TextOf(workspaceId, "the workspace id");
     for (KeloReference::OpenWorkspace& open : workspaces_)
         if (open.id == id)
             return open;
-    NotFound("workspace '" + id + "' is not open");
+    NotFound("workspace '" + std::string(id) + "' is not open");
 }
 
 RunningStream& Engine::Stream(const char* workspaceId, const char* streamId) {
     KeloReference::OpenWorkspace& open = Workspace(workspaceId);
-    const std::string id = TextOf(streamId, "the stream id");
+    const std::string_view id = TextOf(streamId, "the stream id");
     for (RunningStream& stream : open.streams)
         if (stream.id == id)
             return stream;
-    NotFound("workspace '" + open.id + "' has no stream '" + id + "'");
+    NotFound("workspace '" + open.id + "' has no stream '" + std::string(id) + "'");
 }
 
 RunningTool& Engine::Tool(const char* workspaceId, const char* streamId, const char* toolId) {
     RunningStream& stream = Stream(workspaceId, streamId);
-    const std::string id = TextOf(toolId, "the tool id");
+    const std::string_view id = TextOf(toolId, "the tool id");
     if (RunningTool* tool = FindTool(stream.tools, id))
         return *tool;
-    NotFound("stream '" + stream.id + "' has no tool '" + id + "'");
+    NotFound("stream '" + stream.id + "' has no tool '" + std::string(id) + "'");
 }
 
 std::vector<Sample>::iterator Engine::FindSample(const char* workspaceId, const char* streamId,
                                                  const char* sampleId) {
     const RunningStream& stream = Stream(workspaceId, streamId);
-    const std::string id = TextOf(sampleId, "the sample id");
+    const std::string_view id = TextOf(sampleId, "the sample id");
     const auto found = std::find_if(samples_.begin(), samples_.end(), [&](const Sample& sample) {
         return sample.workspaceId == workspaceId && sample.id == id;
     });
     if (found == samples_.end())
-        NotFound("sample '" + id + "' does not exist");
+        NotFound("sample '" + std::string(id) + "' does not exist");
     if (found->streamId != stream.id)
-        Refuse("sample '" + id + "' belongs to stream '" + found->streamId + "'");
+        Refuse("sample '" + found->id + "' belongs to stream '" + found->streamId + "'");
     return found;
 }
 

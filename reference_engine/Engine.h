@@ -7,6 +7,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <opencv2/core.hpp>
@@ -93,7 +94,7 @@ private:
 
     void RequireInitialized() const;
     std::string& HeldText(EngineBuffer* buffer);
-    void Write(EngineBuffer* buffer, std::string text);
+    void Write(EngineBuffer* buffer, std::string_view text);
     HeldImage& Held(EngineImage* image);
     KeloReference::OpenWorkspace& Workspace(const char* workspaceId);
     RunningStream& Stream(const char* workspaceId, const char* streamId);

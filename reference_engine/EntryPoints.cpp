@@ -2,6 +2,7 @@
 // Engine::Call, the one place where a failure becomes a status.
 #include "Engine.h"
 
+#include <functional>
 #include <type_traits>
 
 #define KELO_API extern "C" __attribute__((visibility("default")))
@@ -10,8 +11,9 @@ namespace {
 
 using KeloReference::Engine;
 
-int Call(const std::function<void(Engine&)>& operation) {
-    return Engine::Instance().Call(operation);
+// Handed on by reference, so that no call allocates for what its operation captures.
+template <typename Operation> int Call(const Operation& operation) {
+    return Engine::Instance().Call(std::cref(operation));
 }
 
 int NotOffered(const char* entryPoint) {

@@ -9,7 +9,8 @@
 namespace KeloReference {
 
 // Parameter texts by path, as the engine's get and set calls address them.
-using Parameters = std::map<std::string, std::string>;
+// Ordered by path; looked up by any text without making a string of it.
+using Parameters = std::map<std::string, std::string, std::less<>>;
 
 // Per-pixel model of good images: mean and spread of the grey values, both CV_32F of one size.
 struct AnomalyModel {

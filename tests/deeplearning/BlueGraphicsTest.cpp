@@ -14,7 +14,6 @@ using namespace Tavrin::Vision;
 using namespace Tavrin::Vision::DeepLearning;
 using namespace ResultDocs;
 using namespace GraphicTexts;
-using Peer = Private::DeepLearningAccessTestPeer;
 
 // In document order a, c, b, d: x' = -2y + 100, y' = 2x + 2y + 50. Turned, sheared and
 // scaled, so that shapes built upright in the view differ from shapes built in the image.
@@ -78,8 +77,7 @@ protected:
         std::string const document =
             Document(Marking(View("<blue " + flags + ">" + content + "</blue>", pose), "blue-uuid"),
                      "blue-uuid");
-        auto view = FirstView(Peer::ParseResultKeloXml(*op_->Workspace()->Streams()->Item(0),
-                                                       document.c_str(), Linear(1, 0, 0, 1, 0, 0)));
+        auto view = FirstView(Decode(document));
         auto tool = isRead ? BlueTool<DLBlueReadToolRuntimeParams>(show)
                            : BlueTool<DLBlueToolRuntimeParams>(show);
         Records::GraphicList graphics;
@@ -93,6 +91,7 @@ struct ShapeCase {
     std::string flags;
     bool isRead;
     Texts expected;
+    char const* pose = Pose;
 };
 
 TEST_F(BlueGraphics, FeatureShapesAreBuiltUprightInTheViewAndMappedByThePose) {
@@ -116,20 +115,17 @@ TEST_F(BlueGraphics, FeatureShapesAreBuiltUprightInTheViewAndMappedByThePose) {
         {"read tool, ellipse without a marker", Chiclets, true,
          Texts{"ellipse 60,110 89.932,26.687 2.247 ff0000ff w2",
                "label 'f0' 0,170 1.571 align1 ff000000 on ffffff00"}},
+        // A turn with a uniform scale takes a shortcut; the ellipse must be the one the general
+        // mapping gives: x' = -2y + 100, y' = 2x + 50.
+        {"turned and scaled alike, the image of the inscribed ellipse", Chiclets, false,
+         Texts{"ellipse 60,70 40,60 1.571 ff0000ff w2", "marker 60,70 1.571 size25 ff0000ff w2",
+               "label 'f0' 0,70 1.571 align1 ff000000 on ffffff00"},
+         "0,2,-2,0,100,50"},
     };
     for (ShapeCase const& c : cases) {
         SCOPED_TRACE(c.name);
-        EXPECT_EQ(Described(*Draw(c.flags, F0, c.isRead)), c.expected);
+        EXPECT_EQ(Described(*Draw(c.flags, F0, c.isRead, {}, c.pose)), c.expected);
     }
-}
-
-// A turn with a uniform scale takes a shortcut; the ellipse must be the one the general mapping
-// gives: x' = -2y + 100, y' = 2x + 50.
-TEST_F(BlueGraphics, AnEllipseUnderATurnedAndScaledViewIsTheImageOfTheInscribedOne) {
-    Texts const expected = {"ellipse 60,70 40,60 1.571 ff0000ff w2",
-                            "marker 60,70 1.571 size25 ff0000ff w2",
-                            "label 'f0' 0,70 1.571 align1 ff000000 on ffffff00"};
-    EXPECT_EQ(Described(*Draw(Chiclets, F0, false, {}, "0,2,-2,0,100,50")), expected);
 }
 
 // A result built by hand may have no match list at all; its features are drawn all the same.

@@ -7,10 +7,9 @@
 #include <Vision/Core/Meta.h>
 #include <Vision/Core/TypeRegistration.h>
 
-#include "EngineTest.h"
+#include "ResultTestSupport.h"
 #include "ToolTestSupport.h"
 #include "Vision/DeepLearning/DeepLearning.h"
-#include "WorkspaceFiles.h"
 
 namespace {
 
@@ -49,18 +48,12 @@ Names PropertyNames(rttr::type const& type) {
     return names;
 }
 
-char const* const File = "/workspaces/reflection.kelo";
-
-class ReflectedRuntimeTool : public EngineTest {
+// The tool's workspace clone must close before the engine forgets the file.
+class ReflectedRuntimeTool : public ThreeKindsOperatorTest {
 protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        WorkspaceFiles::AddThreeKindsFile(File);
-    }
-    // The tool's workspace clone must close before the engine forgets the file.
     void TearDown() override {
         tool_ = rttr::variant();
-        EngineTest::TearDown();
+        ThreeKindsOperatorTest::TearDown();
     }
 
     rttr::variant tool_;
@@ -96,7 +89,7 @@ TEST_F(ReflectedRuntimeTool, HostBrowsesAndEditsTheToolTreeByNameOnly) {
     EXPECT_EQ(log.words(), (ToolTest::Words{flag("SfThreshold"), flag("SfFeatureFilter")}));
 
     EXPECT_EQ(
-        ToolTest::ArgumentMessage([&] { blueType.get_property("Precision").set_value(blue, 1.5); }),
+        VisionTest::MessageOf([&] { blueType.get_property("Precision").set_value(blue, 1.5); }),
         "Precision must be between 0.000000 and 1.000000");
     EXPECT_EQ(log.words().size(), 2u);
 }

@@ -4,10 +4,8 @@
 
 #include <Vision/Core/Vect2.h>
 
-#include "EngineTest.h"
 #include "ResultTestSupport.h"
 #include "VisionTestSupport.h"
-#include "WorkspaceFiles.h"
 #include "engine/ResultDecoding.h"
 
 namespace {
@@ -15,40 +13,16 @@ namespace {
 using namespace Tavrin::Vision::DeepLearning;
 using namespace ResultDocs;
 using Tavrin::Vision::RectangleAffine;
-using Tavrin::Vision::Transform2DLinearPtr;
-using Peer = Private::DeepLearningAccessTestPeer;
 using VisionTest::CodeAndMessage;
 using VisionTest::CodeAndMessageOf;
 using VisionTest::MessageOf;
 
-char const* const File = "/workspaces/kinds.kelo";
-
-class ResultDecoding : public EngineTest {
+class ResultDecoding : public ThreeKindsOperatorTest {
 protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        WorkspaceFiles::AddThreeKindsFile(File);
-        workspace_ = Peer::OpenWorkspace(File);
-    }
-    void TearDown() override {
-        workspace_.reset();
-        EngineTest::TearDown();
-    }
-
-    DLResultPtr Decode(std::string const& document,
-                       Transform2DLinearPtr const& transform = Linear(1, 0, 0, 1, 0, 0)) {
-        return Peer::ParseResultKeloXml(*workspace_->Streams()->Item(0), document.c_str(),
-                                        transform);
-    }
     DLResultViewPtr DecodeView(std::string const& content, std::string const& pose = "1,0,0,1,0,0",
                                std::string const& tool = "red-uuid") {
         return FirstView(Decode(Document(Marking(View(content, pose), tool), tool)));
     }
-    DLToolRuntimeParamsPtr Tool(char const* id) {
-        return Private::DeepLearningAccess::FindTool(*workspace_, id);
-    }
-
-    std::shared_ptr<DLWorkspace> workspace_;
 };
 
 void ExpectCorners(RectangleAffine const& r, double ox, double oy, double sideX, double sideY) {
@@ -156,6 +130,12 @@ TEST_F(ResultDecoding, ReadsNumbersAsTheStandardConversionsDo) {
     };
     EXPECT_THROW(Decode(channels("abc")), std::invalid_argument);
     EXPECT_THROW(Decode(channels("4294967296")), std::out_of_range);
+    // A doubled blank between points leaves an empty point, and any bad point ends the decode.
+    EXPECT_EQ(MessageOf<std::invalid_argument>([&] {
+                  DecodeView(Red("<region score=\"0\" name=\"r\" area=\"0\" perimeter=\"0\" "
+                                 "center=\"0,0\" covers=\"\" coverage=\"\" points=\"0,0  1,1\"/>"));
+              }),
+              "invalid stod argument");
 }
 
 // Plain decimals take a quicker road than other texts; both must give the C library's values.
@@ -213,14 +193,6 @@ TEST_F(ResultDecoding, RedRegionsComeBackInTheCallersSpace) {
         points.emplace_back(point->X(), point->Y());
     EXPECT_EQ(points, (std::vector<std::pair<double, double>>{{5, 6}, {15, 6}, {15, 11}}));
     EXPECT_EQ(red->ResultRegions()->Item(1)->Points()->Count(), 0);
-}
-
-TEST_F(ResultDecoding, ABadPointInAnyRegionEndsTheDecode) {
-    std::string const doubledBlank =
-        "<region score=\"0\" name=\"r\" area=\"0\" perimeter=\"0\" center=\"0,0\" covers=\"\" "
-        "coverage=\"\" points=\"0,0  1,1\"/>";
-    EXPECT_EQ(MessageOf<std::invalid_argument>([&] { DecodeView(Red(doubledBlank)); }),
-              "invalid stod argument");
 }
 
 TEST_F(ResultDecoding, GreenTagsKeepTheEnginesOrderAndTheBestIsTheFirstHighest) {

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include <Vision/Core/GraphicCollection.h>
 #include <Vision/Core/Image8Grey.h>
 #include <Vision/Core/RectangleAffine.h>
 #include <Vision/Core/Transform2D.h>
@@ -88,6 +89,16 @@ inline Tavrin::Vision::Transform2DLinearPtr Linear(double a, double b, double c,
     return Tavrin::Brnt::CreateObject<Tavrin::Vision::Transform2DLinear>(a, b, c, d, tx, ty);
 }
 
+// The overlay that a last-run record draws over its input image.
+inline std::shared_ptr<Tavrin::Vision::GraphicCollection>
+LastRunOverlay(Tavrin::Vision::RecordPtr const& lastRun) {
+    auto const input = lastRun->SubRecords()->ItemByKey("InputImage");
+    return input->SubRecords()
+        ->Item(0)
+        ->Content()
+        .get_value<std::shared_ptr<Tavrin::Vision::GraphicCollection>>();
+}
+
 // An operator on a workspace of one stream with a red, a green and a blue tool.
 class ThreeKindsOperatorTest : public EngineTest {
 protected:
@@ -108,6 +119,13 @@ protected:
     Tavrin::Vision::DeepLearning::DLToolRuntimeParamsPtr Tool(char const* id) {
         return Tavrin::Vision::DeepLearning::Private::DeepLearningAccess::FindTool(
             *op_->Workspace(), id);
+    }
+    // The result that the stream decodes from an engine document.
+    Tavrin::Vision::DeepLearning::DLResultPtr
+    Decode(std::string const& document,
+           Tavrin::Vision::Transform2DLinearPtr const& transform = Linear(1, 0, 0, 1, 0, 0)) {
+        return Tavrin::Vision::DeepLearning::Private::DeepLearningAccessTestPeer::
+            ParseResultKeloXml(*op_->Workspace()->Streams()->Item(0), document.c_str(), transform);
     }
 
     std::shared_ptr<Tavrin::Vision::DeepLearning::DLOperator> op_;

@@ -10,7 +10,6 @@ namespace {
 using namespace Tavrin::Vision::DeepLearning;
 using namespace ResultDocs;
 using namespace GraphicTexts;
-using Tavrin::Vision::RecordPtr;
 
 std::string const GreenTags = "<tag name=\"ok\" score=\"0.7\"/><tag name=\"nok\" score=\"0.25\"/>";
 
@@ -33,13 +32,8 @@ protected:
         tool_->Run();
     }
 
-    RecordPtr Features() {
-        auto const inputImage = tool_->CreateLastRunRecord()->SubRecords()->ItemByKey("InputImage");
-        return inputImage->SubRecords()->Item(0);
-    }
-
     std::shared_ptr<GraphicCollection> Graphics() {
-        return Features()->Content().get_value<std::shared_ptr<GraphicCollection>>();
+        return LastRunOverlay(tool_->CreateLastRunRecord());
     }
 };
 
@@ -87,32 +81,11 @@ TEST_F(RunRecords, LastRunRecordListsResourceImagesThenTheInputWithItsOverlay) {
               std::static_pointer_cast<Tavrin::Vision::IRecordConstructor>(tool_->Results()));
 }
 
-TEST_F(RunRecords, LastRunRecordStaysEmptyWithoutAKeptImageOrAResult) {
-    struct Case {
-        char const* name;
-        std::function<void(DLRuntimeTool&)> arrange;
-    };
-    Case const cases[] = {
-        {"nothing kept",
-         [](DLRuntimeTool& tool) {
-             tool.setLastRunRecordDiagEnable(DLLastRunRecordConstants::None);
-             tool.Run();
-         }},
-        {"no run yet", nullptr},
-        {"image kept, engine failed",
-         [](DLRuntimeTool& tool) {
-             testkelo_set_result_document(nullptr);
-             EXPECT_THROW(tool.Run(), DeepLearningException);
-         }},
-    };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.name);
-        TearDown();
-        SetUp();
-        if (c.arrange)
-            c.arrange(*tool_);
-        EXPECT_EQ(tool_->CreateLastRunRecord()->SubRecords()->Count(), 0);
-    }
+// Without a result there is nothing to draw the image under.
+TEST_F(RunRecords, LastRunRecordStaysEmptyWhenTheFirstRunFails) {
+    testkelo_set_result_document(nullptr);
+    EXPECT_THROW(tool_->Run(), DeepLearningException);
+    EXPECT_EQ(tool_->CreateLastRunRecord()->SubRecords()->Count(), 0);
 }
 
 // Each region twice, solid black under broken grey; the green label at the corner of the
@@ -136,33 +109,31 @@ TEST_F(RunRecords, OverlayDrawsRegionOutlinesRedPolygonsAndTheGreenLabel) {
 }
 
 TEST_F(RunRecords, EachShowFlagSwitchesItsGraphicsOff) {
+    auto red = [this] {
+        return std::dynamic_pointer_cast<DLQuickRedToolRuntimeParams>(LiveTool("red-uuid"));
+    };
+    auto green = [this] {
+        return std::dynamic_pointer_cast<DLQuickGreenToolRuntimeParams>(LiveTool("green-uuid"));
+    };
     struct Case {
         char const* name;
-        std::function<void(RunRecords&)> arrange;
+        std::function<void()> hide;
         std::string sketch;
     };
-    auto quickRed = [](RunRecords& t) {
-        return std::dynamic_pointer_cast<DLQuickRedToolRuntimeParams>(t.LiveTool("red-uuid"));
-    };
     Case const cases[] = {
-        {"red region", [](RunRecords& t) { t.LiveTool("red-uuid")->setShowRegion(false); },
-         "polygon rect rect " + RedGreenLabel},
-        {"red graphics", [&](RunRecords& t) { quickRed(t)->setShowGraphics(false); },
+        {"red region", [&] { red()->setShowRegion(false); }, "polygon rect rect " + RedGreenLabel},
+        {"red graphics", [&] { red()->setShowGraphics(false); },
          "rect rect rect rect " + RedGreenLabel},
-        {"green region", [](RunRecords& t) { t.LiveTool("green-uuid")->setShowRegion(false); },
+        {"green region", [&] { green()->setShowRegion(false); },
          "rect rect polygon " + RedGreenLabel},
-        {"green graphics",
-         [](RunRecords& t) {
-             std::dynamic_pointer_cast<DLQuickGreenToolRuntimeParams>(t.LiveTool("green-uuid"))
-                 ->setShowGraphics(false);
-         },
+        {"green graphics", [&] { green()->setShowGraphics(false); },
          "rect rect polygon rect rect "},
     };
     for (auto const& c : cases) {
         SCOPED_TRACE(c.name);
         TearDown();
         SetUp();
-        c.arrange(*this);
+        c.hide();
         RunOn(RedGreenDocument);
         EXPECT_EQ(Sketched(*Graphics()), c.sketch);
     }

@@ -71,12 +71,7 @@ TEST_F(StreamExecution, RunsEveryKindOfToolAndReleasesWhatItTook) {
     auto result = op_->Execute(*image_);
 
     ASSERT_TRUE(result);
-    EXPECT_EQ(result->Tool(), Tool("red-uuid"));
-    auto markings = result->ResultImage()->ResultMarking();
-    ASSERT_EQ(markings->Count(), 3);
-    EXPECT_DOUBLE_EQ(FirstView(result)->ResultRed()->ResultRegions()->Item(0)->Center()->X(), 10);
-    EXPECT_EQ(markings->Item(1)->ResultViews()->Item(0)->ResultGreen()->BestTag()->Name(), "ok");
-    EXPECT_EQ(markings->Item(2)->ResultViews()->Item(0)->ResultBlue()->Features()->Count(), 1);
+    EXPECT_EQ(result->ResultImage()->ResultMarking()->Count(), 3);
 
     EXPECT_EQ(RunCalls(),
               (std::vector<std::string>{

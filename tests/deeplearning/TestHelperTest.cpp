@@ -15,8 +15,6 @@ using namespace Tavrin::Vision::DeepLearning;
 using Factory = Implementation::Internal::TestHelpers::TestHelper;
 using Tavrin::Brnt::CreateObject;
 using Tavrin::Brnt::IObject;
-using Tavrin::Vision::GraphicCollection;
-using Tavrin::Vision::RecordPtr;
 using Tavrin::Vision::ShareableBase;
 
 char const* const TestHelperName =
@@ -73,15 +71,14 @@ TEST(TestHelper, BothNamesOfTheMarkingsCollectionBuildAnImageOfIt) {
 
 class FactoryWithEngine : public EngineTest {};
 
-using ToolFactory = DLToolRuntimeParamsPtr (*)(DLStreamPtr, std::string const&, std::string const&,
+using ToolFactory = DLToolRuntimeParamsPtr (*)(DLStreamPtr, std::string const&,
                                                DLToolRuntimeParamsReadOnlyCollectionPtr);
 
 // One tool factory seen through the shape all of them share; the status is never read back.
 template <auto Create>
-DLToolRuntimeParamsPtr BuildTool(DLStreamPtr stream, std::string const& name,
-                                 std::string const& type,
+DLToolRuntimeParamsPtr BuildTool(DLStreamPtr stream, std::string const& type,
                                  DLToolRuntimeParamsReadOnlyCollectionPtr children) {
-    return Create(std::move(stream), name, name + "-uuid", type, "", std::move(children));
+    return Create(std::move(stream), "tool", "tool-uuid", type, "", std::move(children));
 }
 
 // Tools, models, streams, workspaces and the operator skip FinalConstruct, which would read the
@@ -103,7 +100,7 @@ TEST_F(FactoryWithEngine, EngineObjectsAreBuiltAndDroppedWithoutAnEngineCall) {
         };
         for (auto const& [type, create] : toolFactories) {
             SCOPED_TRACE(type);
-            auto const tool = create(stream, "tool", type, children);
+            auto const tool = create(stream, type, children);
             EXPECT_EQ(tool->Name(), "tool");
             EXPECT_EQ(tool->Id(), "tool-uuid");
             EXPECT_EQ(tool->Type(), type);
@@ -135,26 +132,14 @@ TEST_F(FactoryWithEngine, EngineObjectsAreBuiltAndDroppedWithoutAnEngineCall) {
 }
 
 // A runtime tool from the factory, loaded with the three-kinds workspace.
-class FactoryRecords : public ThreeKindsOperatorTest {
+class FactoryRecords : public ThreeKindsRuntimeToolTest {
 protected:
     void SetUp() override {
-        ThreeKindsOperatorTest::SetUp();
+        ThreeKindsRuntimeToolTest::SetUp();
         tool_ = Factory::CreateDLRuntimeTool();
         tool_->LoadWorkspace(File);
-        tool_->setInputImage(CreateObject<Tavrin::Vision::Image8Grey>(64, 48));
+        tool_->setInputImage(image_);
     }
-    void TearDown() override {
-        tool_.reset();
-        ThreeKindsOperatorTest::TearDown();
-    }
-
-    RecordPtr LastRunRecord() { return tool_->CreateLastRunRecord(); }
-    static std::shared_ptr<GraphicCollection> Graphics(RecordPtr const& lastRun) {
-        auto const features = lastRun->SubRecords()->ItemByKey("InputImage")->SubRecords()->Item(0);
-        return features->Content().get_value<std::shared_ptr<GraphicCollection>>();
-    }
-
-    std::shared_ptr<DLRuntimeTool> tool_;
 };
 
 Tavrin::Vision::RectangleAffinePtr ViewRegion(Tavrin::Vision::Transform2DLinear const& pose) {
@@ -238,9 +223,9 @@ DLResultPtr PreparedResult() {
 TEST_F(FactoryRecords, APreparedResultDrawsWhatTheEngineRunDraws) {
     testkelo_set_result_document(PreparedDocument.c_str());
     tool_->Run();
-    auto const ran = LastRunRecord();
-    GraphicTexts::Texts const drawn = GraphicTexts::Described(*Graphics(ran));
-    ASSERT_EQ(GraphicTexts::Sketched(*Graphics(ran)),
+    auto const ran = tool_->CreateLastRunRecord();
+    GraphicTexts::Texts const drawn = GraphicTexts::Described(*LastRunOverlay(ran));
+    ASSERT_EQ(GraphicTexts::Sketched(*LastRunOverlay(ran)),
               "rect rect polygon polygon rect rect rect rect 'Marked: ok 70.0%, nok 25.0%, bad "
               "5.0%' rect rect 'Marked: ok 70.0%, nok 25.0%, bad 5.0%' ");
 
@@ -252,9 +237,9 @@ TEST_F(FactoryRecords, APreparedResultDrawsWhatTheEngineRunDraws) {
     EXPECT_EQ(tool_->Results()->Tool()->Type(), "red_sua")
         << "the result is not tied to live tools";
 
-    auto const record = LastRunRecord();
+    auto const record = tool_->CreateLastRunRecord();
     EXPECT_EQ(record->SubRecords()->Keys(), ran->SubRecords()->Keys());
-    EXPECT_EQ(GraphicTexts::Described(*Graphics(record)), drawn);
+    EXPECT_EQ(GraphicTexts::Described(*LastRunOverlay(record)), drawn);
 }
 
 // A result loaded away from its tools can't name its resource images: the run record leaves
@@ -275,7 +260,8 @@ TEST_F(FactoryRecords, AResultLoadedWithoutItsToolsLeavesItsImagesOut) {
         red, Factory::CreateDLResultImage(Factory::CreateDLResultMarkings(marking, marking)));
 
     Factory::DLRuntimeToolResults(tool_, ToolTest::Loaded<DLResult>(ToolTest::Saved(result)));
-    EXPECT_EQ(LastRunRecord()->SubRecords()->Keys(), std::vector<std::string>{"InputImage"});
+    EXPECT_EQ(tool_->CreateLastRunRecord()->SubRecords()->Keys(),
+              std::vector<std::string>{"InputImage"});
 }
 
 TEST_F(FactoryRecords, LookupsFindTheOpenWorkspacesAndTheirTools) {
@@ -318,24 +304,15 @@ TEST(TestHelper, IsRegisteredWithEveryFactoryAsAMethod) {
     EXPECT_EQ(pointer.get_metadata("LibraryExport").to_string(), "Tavrin.Vision.DeepLearning");
 }
 
-// The converted pointer, if the flag says so, shares ownership with the source.
-template <class Target, class Source>
-std::shared_ptr<Target> Converted(std::shared_ptr<Source> const& source) {
-    bool ok = false;
-    auto converted = rttr::variant(source).convert<std::shared_ptr<Target>>(&ok);
-    EXPECT_EQ(ok, converted != nullptr);
-    EXPECT_FALSE(converted.owner_before(source) || source.owner_before(converted));
-    return converted;
-}
-
+// Converters to and from both bases are registered for it as for every other class.
 TEST(TestHelper, SharedPointersConvertToAndFromItsBasesByTheObjectsType) {
     auto const helper = CreateObject<Factory>();
     std::shared_ptr<ShareableBase> const asShareable = helper;
     std::shared_ptr<IObject> const asObject = helper;
-    EXPECT_EQ(Converted<ShareableBase>(helper), asShareable);
-    EXPECT_EQ(Converted<IObject>(helper), asObject);
-    EXPECT_EQ(Converted<Factory>(asShareable), helper);
-    EXPECT_EQ(Converted<Factory>(asObject), helper);
+    EXPECT_EQ(rttr::variant(helper).convert<std::shared_ptr<ShareableBase>>(), asShareable);
+    EXPECT_EQ(rttr::variant(helper).convert<std::shared_ptr<IObject>>(), asObject);
+    EXPECT_EQ(rttr::variant(asShareable).convert<std::shared_ptr<Factory>>(), helper);
+    EXPECT_EQ(rttr::variant(asObject).convert<std::shared_ptr<Factory>>(), helper);
 }
 
 TEST(TestHelper, ArchivesAsItsBaseThroughABasePointer) {

@@ -54,9 +54,7 @@ std::vector<std::string> LastRunKeys(DLRuntimeTool& tool) {
 }
 
 GraphicTexts::Texts Overlay(DLRuntimeTool& tool) {
-    auto const input = tool.CreateLastRunRecord()->SubRecords()->ItemByKey("InputImage");
-    return Described(
-        *input->SubRecords()->Item(0)->Content().get_value<std::shared_ptr<GraphicCollection>>());
+    return Described(*LastRunOverlay(tool.CreateLastRunRecord()));
 }
 
 using ToolArchive = ThreeKindsRuntimeToolTest;

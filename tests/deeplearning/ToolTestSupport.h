@@ -38,11 +38,6 @@ MakeModel(std::string const& name,
     return Tavrin::Brnt::ObjectFactory::Construct<Model>(std::move(tool), name);
 }
 
-// The message of the ArgumentException that the call throws.
-template <class Call> std::string ArgumentMessage(Call&& call) {
-    return VisionTest::MessageOf(std::forward<Call>(call));
-}
-
 // The parameter reads ("path") or writes ("path=value") of one tool, in call order, from the
 // engine's call log.
 inline std::vector<std::string> ParameterTraffic(std::string const& entryPoint,

@@ -9,99 +9,69 @@
 
 #include <Vision/Foundation.h>
 
+#include "VisionTestSupport.h"
+
 namespace {
 
 using Tavrin::Vision::SerializerOptionsConstants_None;
 using Tavrin::Vision::VisionBinaryInputArchive;
-using Tavrin::Vision::VisionBinaryOutputArchive;
 
-// What a damaged archive states, written as the archive's own numbers.
-template <class... Numbers> std::string Archived(Numbers... numbers) {
-    std::stringstream stream;
-    {
-        VisionBinaryOutputArchive out(stream, SerializerOptionsConstants_None);
-        out(numbers...);
-    }
-    return stream.str();
+// The text of the archive's refusal of the load.
+template <class Load> std::string Refusal(Load&& load) {
+    return VisionTest::MessageOf<cereal::Exception>(load);
 }
 
+using VisionTest::SavedTogether;
+
 template <class T> T LoadedFrom(std::string const& bytes) {
-    std::istringstream stream(bytes);
-    VisionBinaryInputArchive in(stream, SerializerOptionsConstants_None);
     T loaded;
-    in(loaded);
+    VisionTest::LoadTogether(bytes, loaded);
     return loaded;
 }
 
 // A count beyond what the input still holds is refused before anything is made for it: an
 // allocation of that size would fail, or take the host's memory, long before the short read.
 TEST(Archive, RefusesCountsBeyondTheBytesLeft) {
-    std::uint64_t const huge = std::uint64_t{1} << 40;
+    std::string const huge = SavedTogether(std::uint64_t{1} << 40);
     struct Case {
+        std::function<void()> load;
         char const* name;
-        std::string bytes;
-        std::function<void(VisionBinaryInputArchive&)> load;
     };
     std::vector<Case> const cases = {
-        {"string", Archived(huge),
-         [](auto& in) {
-             std::string text;
-             in(text);
-         }},
-        {"collection", Archived(huge),
-         [](auto& in) {
-             std::vector<std::shared_ptr<Tavrin::Vision::Record>> items;
-             in(items);
-         }},
-        {"numbers", Archived(huge),
-         [](auto& in) {
-             std::vector<double> values;
-             in(values);
-         }},
-        {"image pels", Archived(65535, 65535, std::uint64_t{0}),
-         [](auto& in) {
+        {[&] { LoadedFrom<std::string>(huge); }, "string"},
+        {[&] { LoadedFrom<std::vector<Tavrin::Vision::RecordPtr>>(huge); }, "collection"},
+        {[&] { LoadedFrom<std::vector<double>>(huge); }, "numbers"},
+        {[] {
+             std::istringstream stream(SavedTogether(65535, 65535, std::uint64_t{0}));
+             VisionBinaryInputArchive in(stream, SerializerOptionsConstants_None);
              auto root = Tavrin::Brnt::CreateObject<Tavrin::Vision::Image8Root>(1, 1, 1);
              Tavrin::Vision::Implementation::SerializeRoot(in, root);
-         }},
+         },
+         "image pels"},
     };
     for (Case const& c : cases) {
         SCOPED_TRACE(c.name);
-        std::istringstream stream(c.bytes);
-        VisionBinaryInputArchive in(stream, SerializerOptionsConstants_None);
-        try {
-            c.load(in);
-            ADD_FAILURE() << "loaded";
-        } catch (cereal::Exception const& e) {
-            EXPECT_EQ(std::string(e.what()).rfind("Failed to read ", 0), 0u) << e.what();
-        }
+        std::string const refusal = Refusal(c.load);
+        EXPECT_EQ(refusal.rfind("Failed to read ", 0), 0u) << refusal;
     }
 }
 
 // The string comes last, so its length is exactly the bytes left.
 TEST(Archive, ReadsCountsTheInputHolds) {
-    std::stringstream stream;
-    {
-        VisionBinaryOutputArchive out(stream, SerializerOptionsConstants_None);
-        out(std::vector<double>{1.5, 2.5}, std::string("pels"));
-    }
-    VisionBinaryInputArchive in(stream, SerializerOptionsConstants_None);
     std::string text;
     std::vector<double> values;
-    in(values, text);
+    VisionTest::LoadTogether(SavedTogether(std::vector<double>{1.5, 2.5}, std::string("pels")),
+                             values, text);
     EXPECT_EQ(text, "pels");
     EXPECT_EQ(values, (std::vector<double>{1.5, 2.5}));
 }
 
 // Any other byte would make a bool that no program may hold.
 TEST(Archive, ReadsOnlyZeroAndOneAsBools) {
-    EXPECT_TRUE(LoadedFrom<bool>(Archived(std::uint8_t{1})));
-    EXPECT_FALSE(LoadedFrom<bool>(Archived(std::uint8_t{0})));
-    try {
-        LoadedFrom<bool>(Archived(std::uint8_t{213}));
-        ADD_FAILURE() << "loaded";
-    } catch (cereal::Exception const& e) {
-        EXPECT_STREQ(e.what(), "Failed to read a bool: the archive holds the byte 213");
-    }
+    EXPECT_TRUE(LoadedFrom<bool>(SavedTogether(std::uint8_t{1})));
+    EXPECT_FALSE(LoadedFrom<bool>(SavedTogether(std::uint8_t{0})));
+    EXPECT_EQ(Refusal([] { LoadedFrom<bool>(SavedTogether(std::uint8_t{213})); }),
+              "Failed to read a bool: the archive holds the byte 213");
 }
 
 struct Node {
@@ -133,23 +103,18 @@ TEST(Archive, RefusesPointerIdsThatNameNoFinishedObjectOfTheType) {
         char const* fault;
     };
     std::vector<Case> const cases = {
-        {"itself while loading", [] { LoadedFrom<Node>(Archived(Declares | 1, 1u)); },
+        {"itself while loading", [] { LoadedFrom<Node>(SavedTogether(Declares | 1, 1u)); },
          "Id 1 names an object that is still loading"},
-        {"another type", [] { LoadedFrom<Pair<Leaf>>(Archived(Declares | 1, 0u, 1u)); },
+        {"another type", [] { LoadedFrom<Pair<Leaf>>(SavedTogether(Declares | 1, 0u, 1u)); },
          "Id 1 names an object of another type"},
         {"declared twice",
-         [] { LoadedFrom<Pair<Node>>(Archived(Declares | 1, 0u, Declares | 1, 0u)); },
+         [] { LoadedFrom<Pair<Node>>(SavedTogether(Declares | 1, 0u, Declares | 1, 0u)); },
          "Id 1 is declared twice"},
     };
     for (Case const& c : cases) {
         SCOPED_TRACE(c.name);
-        try {
-            c.load();
-            ADD_FAILURE() << "loaded";
-        } catch (cereal::Exception const& e) {
-            EXPECT_EQ(std::string(e.what()),
-                      std::string("Error while trying to deserialize a smart pointer. ") + c.fault);
-        }
+        EXPECT_EQ(Refusal(c.load),
+                  std::string("Error while trying to deserialize a smart pointer. ") + c.fault);
     }
 }
 
@@ -169,12 +134,12 @@ struct Child {
 };
 
 TEST(Archive, JoinsEveryMentionToItsObject) {
-    auto const pair = LoadedFrom<Pair<Node>>(Archived(Declares | 1, 0u, 1u));
+    auto const pair = LoadedFrom<Pair<Node>>(SavedTogether(Declares | 1, 0u, 1u));
     ASSERT_NE(pair.first, nullptr);
     EXPECT_EQ(pair.first, pair.second);
 
     auto const parent =
-        LoadedFrom<std::shared_ptr<Parent>>(Archived(Declares | 1, Declares | 2, 1u));
+        LoadedFrom<std::shared_ptr<Parent>>(SavedTogether(Declares | 1, Declares | 2, 1u));
     ASSERT_NE(parent->child, nullptr);
     EXPECT_EQ(parent->child->parent.lock(), parent);
 }

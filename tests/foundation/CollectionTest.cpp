@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include <Vision/Foundation.h>
 
 #include "VisionTestSupport.h"
@@ -43,41 +45,34 @@ namespace {
 
 using Tavrin::Vision::StringCollection;
 
-// Records each event of a string collection as one line, with the count seen at that moment.
+// Records each event of a string collection as one line: its name, its arguments and the count
+// seen at that moment.
 struct EventLog {
-    explicit EventLog(StringCollection& list) {
-        auto count = [&list] {
-            return " #" + std::to_string(list.Count());
-        };
-        auto item = [this, count](std::string what) {
-            return [this, what, count](int index, std::string const& text) {
-                lines.push_back(what + " " + std::to_string(index) + " " + text + count());
-            };
-        };
-        auto move = [this](std::string what) {
-            return [this, what](int from, int to) {
-                lines.push_back(what + " " + std::to_string(from) + ">" + std::to_string(to));
-            };
-        };
-        auto replace = [this](std::string what) {
-            return [this, what](int index, std::string const& old, std::string const& now) {
-                lines.push_back(what + " " + std::to_string(index) + " " + old + ">" + now);
-            };
-        };
-        keep(list.InsertingItemEvent().Connect(item("inserting")));
-        keep(list.InsertedItemEvent().Connect(item("inserted")));
-        keep(list.RemovingItemEvent().Connect(item("removing")));
-        keep(list.RemovedItemEvent().Connect(item("removed")));
-        keep(list.MovingItemEvent().Connect(move("moving")));
-        keep(list.MovedItemEvent().Connect(move("moved")));
-        keep(list.ReplacingItemEvent().Connect(replace("replacing")));
-        keep(list.ReplacedItemEvent().Connect(replace("replaced")));
-        keep(
-            list.ClearingEvent().Connect([this, count] { lines.push_back("clearing" + count()); }));
-        keep(list.ClearedEvent().Connect([this, count] { lines.push_back("cleared" + count()); }));
+    explicit EventLog(StringCollection& list)
+        : list(list) {
+        Log(list.InsertingItemEvent(), "inserting");
+        Log(list.InsertedItemEvent(), "inserted");
+        Log(list.RemovingItemEvent(), "removing");
+        Log(list.RemovedItemEvent(), "removed");
+        Log(list.MovingItemEvent(), "moving");
+        Log(list.MovedItemEvent(), "moved");
+        Log(list.ReplacingItemEvent(), "replacing");
+        Log(list.ReplacedItemEvent(), "replaced");
+        Log(list.ClearingEvent(), "clearing");
+        Log(list.ClearedEvent(), "cleared");
     }
-    void keep(Tavrin::Brnt::Connection connection) { connections.emplace_back(connection); }
+    template <class... Args>
+    void Log(Tavrin::Brnt::Event<Args...>& event, std::string const& what) {
+        connections.emplace_back(
+            event.Connect(std::function<void(Args...)>([this, what](Args... args) {
+                std::ostringstream line;
+                line << what;
+                ((line << ' ' << args), ...);
+                lines.push_back(line.str() + " #" + std::to_string(list.Count()));
+            })));
+    }
 
+    StringCollection& list;
     std::vector<std::string> lines;
     std::vector<Tavrin::Brnt::ScopedConnection> connections;
 };
@@ -92,10 +87,10 @@ TEST(CollectionBase, AnnouncesEachChangeBeforeAndAfterWithItsArguments) {
     list->RemoveAt(1);
     list->Clear();
     EXPECT_EQ(log.lines,
-              (std::vector<std::string>{"inserting 1 b #1", "inserted 1 b #2", "inserting 0 c #2",
-                                        "inserted 0 c #3", "replacing 1 a>d", "replaced 1 a>d",
-                                        "moving 0>2", "moved 0>2", "removing 1 b #3",
-                                        "removed 1 b #2", "clearing #2", "cleared #0"}));
+              (std::vector<std::string>{
+                  "inserting 1 b #1", "inserted 1 b #2", "inserting 0 c #2", "inserted 0 c #3",
+                  "replacing 1 a d #3", "replaced 1 a d #3", "moving 0 2 #3", "moved 0 2 #3",
+                  "removing 1 b #3", "removed 1 b #2", "clearing #2", "cleared #0"}));
 }
 
 TEST(CollectionBase, BadIndicesThrowWithoutAnyEvent) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <tuple>
 
 #include <rttr/type>
 
@@ -18,6 +19,11 @@ using VisionTest::MessageOf;
 using VisionTest::SavedTogether;
 using VisionTest::Words;
 
+template <class Shape, class Graphic>
+std::shared_ptr<Shape> As(std::shared_ptr<Graphic> const& graphic) {
+    return std::dynamic_pointer_cast<Shape>(graphic);
+}
+
 void SetLook(GraphicInteractiveBase& graphic) {
     graphic.setColor(0xff0000ff);
     graphic.setLineStyle(LineStyleConstants_Dash);
@@ -27,23 +33,16 @@ void SetLook(GraphicInteractiveBase& graphic) {
     graphic.setTipText("tip");
 }
 
-void ExpectLook(IGraphicInteractive const& graphic, Color32 color, int style, int width,
-                std::string const& space, bool interactive, std::string const& tip) {
-    EXPECT_EQ(graphic.Color(), color);
-    EXPECT_EQ(graphic.LineStyle(), style);
-    EXPECT_EQ(graphic.LineWidthInScreenPixels(), width);
-    EXPECT_EQ(graphic.SelectedSpaceName(), space);
-    EXPECT_EQ(graphic.Interactive(), interactive);
-    EXPECT_EQ(graphic.TipText(), tip);
+// Colour, line style and width, selected space, interactivity and tip.
+using Look = std::tuple<Color32, int, int, std::string, bool, std::string>;
+
+Look LookOf(IGraphicInteractive const& graphic) {
+    return std::make_tuple(graphic.Color(), graphic.LineStyle(), graphic.LineWidthInScreenPixels(),
+                           graphic.SelectedSpaceName(), graphic.Interactive(), graphic.TipText());
 }
 
-void ExpectDefaultLook(IGraphicInteractive const& graphic) {
-    ExpectLook(graphic, 0xff00ff00, 0, 1, ".", false, "");
-}
-
-void ExpectSetLook(IGraphicInteractive const& graphic) {
-    ExpectLook(graphic, 0xff0000ff, 1, 3, "@\\Fixture", true, "tip");
-}
+Look const DefaultLook{0xff00ff00, 0, 1, ".", false, ""};
+Look const FixtureLook{0xff0000ff, 1, 3, "@\\Fixture", true, "tip"};
 
 TEST(GraphicInteractiveBase, CopyWithGeometryOnlyLeavesTheLookAtDefaults) {
     auto rectangle = CreateObject<RectangleAffine>();
@@ -51,12 +50,10 @@ TEST(GraphicInteractiveBase, CopyWithGeometryOnlyLeavesTheLookAtDefaults) {
     SetLook(*rectangle);
 
     auto bare = rectangle->Copy(CopyShapeConstants_GeometryOnly);
-    ExpectDefaultLook(*bare);
+    EXPECT_EQ(LookOf(*bare), DefaultLook);
     EXPECT_EQ(bare->CornerOppositeX(), rectangle->CornerOppositeX());
     EXPECT_EQ(bare->Skew(), 0.25);
-    ExpectSetLook(*rectangle->Copy(CopyShapeConstants_All));
-    ExpectDefaultLook(
-        *rectangle->MapLinear(*CreateObject<Transform2DLinear>(), CopyShapeConstants_GeometryOnly));
+    EXPECT_EQ(LookOf(*rectangle->Copy(CopyShapeConstants_All)), FixtureLook);
 
     // Decorations of segments and labels are look too.
     auto segment = CreateObject<LineSegment>();
@@ -81,7 +78,7 @@ TEST(GraphicInteractiveBase, CopyWithGeometryOnlyLeavesTheLookAtDefaults) {
     composite->AddShape(rectangle, -1);
     auto compositeCopy = composite->Copy(CopyShapeConstants_All);
     EXPECT_NE(compositeCopy->Shape(0), std::static_pointer_cast<IRegion>(rectangle));
-    ExpectSetLook(*std::dynamic_pointer_cast<IGraphicInteractive>(compositeCopy->Shape(0)));
+    EXPECT_EQ(LookOf(*As<IGraphicInteractive>(compositeCopy->Shape(0))), FixtureLook);
 }
 
 TEST(GraphicInteractiveBase, SettersRaiseTheirBitOnceAndRefuseBadValues) {
@@ -100,6 +97,17 @@ TEST(GraphicInteractiveBase, SettersRaiseTheirBitOnceAndRefuseBadValues) {
     EXPECT_THROW(marker->setSizeInScreenPixels(-1), ArgumentException);
     EXPECT_EQ(marker->LineStyle(), 0);
     EXPECT_EQ(marker->SizeInScreenPixels(), 25);
+
+    // A label's text and place change together, under one bit.
+    auto label = CreateObject<GraphicLabel>();
+    FlagLog labelLog(*label);
+    label->SetXYText(3, 4, "* 17");
+    label->setAlignment(GraphicLabelAlignmentConstants_TopCenter);
+    EXPECT_EQ(labelLog.words(), (Words{GraphicLabel::SfXYText, GraphicLabel::SfAlignment}));
+    EXPECT_EQ(
+        MessageOf([&] { label->setAlignment(static_cast<GraphicLabelAlignmentConstants>(9)); }),
+        "Alignment must be between 0 and 8");
+    EXPECT_EQ(label->Alignment(), GraphicLabelAlignmentConstants_TopCenter);
 }
 
 TEST(Shapes, MappingCarriesTheLookTheModeNamesIntoEveryPart) {
@@ -112,18 +120,18 @@ TEST(Shapes, MappingCarriesTheLookTheModeNamesIntoEveryPart) {
     EXPECT_NEAR(leaning->CornerOriginX(), 3, 1e-12);
     EXPECT_NEAR(leaning->CornerYX(), 5, 1e-12);
     EXPECT_NEAR(leaning->CornerYY(), 4, 1e-12);
-    ExpectSetLook(*leaning);
-    ExpectDefaultLook(*rectangle->MapLinear(*shear, CopyShapeConstants_GeometryOnly));
+    EXPECT_EQ(LookOf(*leaning), FixtureLook);
+    EXPECT_EQ(LookOf(*rectangle->MapLinear(*shear, CopyShapeConstants_GeometryOnly)), DefaultLook);
 
     auto composite = CreateObject<CompositeShape>();
     SetLook(*composite);
     composite->AddShape(rectangle, -1);
     auto mapped = composite->MapLinear(*shear, CopyShapeConstants_GeometryOnly);
-    auto part = std::dynamic_pointer_cast<RectangleAffine>(mapped->Shape(0));
+    auto part = As<RectangleAffine>(mapped->Shape(0));
     ASSERT_TRUE(part);
     EXPECT_NEAR(part->CornerOppositeX(), 9, 1e-12);
-    ExpectDefaultLook(*mapped);
-    ExpectDefaultLook(*part);
+    EXPECT_EQ(LookOf(*mapped), DefaultLook);
+    EXPECT_EQ(LookOf(*part), DefaultLook);
     EXPECT_THROW(composite->AddShape(nullptr, -1), ArgumentException);
     EXPECT_THROW(composite->AddShape(rectangle, 2), ArgumentException);
 
@@ -135,18 +143,6 @@ TEST(Shapes, MappingCarriesTheLookTheModeNamesIntoEveryPart) {
     EXPECT_EQ(mirrored->RadialScale(), 0.25);
     EXPECT_NEAR(mirrored->AngleStart(), -0.5, 1e-12);
     EXPECT_EQ(mirrored->AngleSpan(), -1);
-}
-
-TEST(GraphicLabel, SetXYTextRaisesOneBitAndAlignmentStaysInItsNineValues) {
-    auto label = CreateObject<GraphicLabel>();
-    FlagLog log(*label);
-    label->SetXYText(3, 4, "* 17");
-    label->setAlignment(GraphicLabelAlignmentConstants_TopCenter);
-    EXPECT_EQ(log.words(), (Words{GraphicLabel::SfXYText, GraphicLabel::SfAlignment}));
-    EXPECT_EQ(
-        MessageOf([&] { label->setAlignment(static_cast<GraphicLabelAlignmentConstants>(9)); }),
-        "Alignment must be between 0 and 8");
-    EXPECT_EQ(label->Alignment(), GraphicLabelAlignmentConstants_TopCenter);
 }
 
 TEST(Polygon, AddVertexInsertsBeforeTheIndexAndAppendsAtMinusOne) {
@@ -201,7 +197,7 @@ TEST(GraphicArchive, EveryClassRoundTripsThroughItsInterfacesKeepingIdentity) {
     // Through its base, so that the archive names the collection's class.
     std::shared_ptr<Implementation::CollectionBase<IGraphicPtr>> const graphics =
         CreateObject<GraphicCollection>(OneOfEach());
-    IRegionPtr const region = std::dynamic_pointer_cast<IRegion>(graphics->Item(0));
+    IRegionPtr const region = As<IRegion>(graphics->Item(0));
     std::string const bytes = SavedTogether(graphics, region);
     for (char const* name : {"Tavrin::Vision::GraphicCollection", "Tavrin::Vision::LineSegment",
                              "Tavrin::Vision::EllipticalAnnulusSection"})
@@ -210,32 +206,28 @@ TEST(GraphicArchive, EveryClassRoundTripsThroughItsInterfacesKeepingIdentity) {
     std::shared_ptr<Implementation::CollectionBase<IGraphicPtr>> loaded;
     IRegionPtr loadedRegion;
     LoadTogether(bytes, loaded, loadedRegion);
-    EXPECT_TRUE(std::dynamic_pointer_cast<GraphicCollection>(loaded));
+    EXPECT_TRUE(As<GraphicCollection>(loaded));
     ASSERT_EQ(loaded->Count(), 11);
-    auto const item = [&loaded](int index) {
-        return loaded->Item(index);
-    };
-    auto rectangleAffine = std::dynamic_pointer_cast<RectangleAffine>(item(0));
+    auto rectangleAffine = As<RectangleAffine>(loaded->Item(0));
     ASSERT_TRUE(rectangleAffine);
-    EXPECT_EQ(item(10), item(0));
-    EXPECT_EQ(std::dynamic_pointer_cast<RectangleAffine>(loadedRegion), rectangleAffine);
+    EXPECT_EQ(loaded->Item(10), loaded->Item(0));
+    EXPECT_EQ(As<RectangleAffine>(loadedRegion), rectangleAffine);
     EXPECT_EQ(rectangleAffine->shared_from_this(), rectangleAffine);
-    ExpectSetLook(*rectangleAffine);
+    EXPECT_EQ(LookOf(*rectangleAffine), FixtureLook);
     EXPECT_EQ(rectangleAffine->Skew(), 0.25);
-    EXPECT_EQ(std::dynamic_pointer_cast<Rectangle>(item(1))->Height(), 8);
-    EXPECT_EQ(std::dynamic_pointer_cast<Ellipse>(item(2))->RadiusY(), 4);
-    EXPECT_EQ(std::dynamic_pointer_cast<EllipticalArc>(item(3))->AngleSpan(), -1.5);
-    EXPECT_EQ(std::dynamic_pointer_cast<EllipticalAnnulusSection>(item(4))->RadialScale(), 0.75);
-    EXPECT_TRUE(std::dynamic_pointer_cast<Polygon>(item(5))->Vertex(0) ==
-                CreateObject<Vect2>(9, 10));
-    auto composite = std::dynamic_pointer_cast<CompositeShape>(item(6));
-    EXPECT_EQ(std::dynamic_pointer_cast<RectangleAffine>(composite->Shape(0)), rectangleAffine);
-    auto segment = std::dynamic_pointer_cast<LineSegment>(item(7));
+    EXPECT_EQ(As<Rectangle>(loaded->Item(1))->Height(), 8);
+    EXPECT_EQ(As<Ellipse>(loaded->Item(2))->RadiusY(), 4);
+    EXPECT_EQ(As<EllipticalArc>(loaded->Item(3))->AngleSpan(), -1.5);
+    EXPECT_EQ(As<EllipticalAnnulusSection>(loaded->Item(4))->RadialScale(), 0.75);
+    EXPECT_TRUE(As<Polygon>(loaded->Item(5))->Vertex(0) == CreateObject<Vect2>(9, 10));
+    auto composite = As<CompositeShape>(loaded->Item(6));
+    EXPECT_EQ(As<RectangleAffine>(composite->Shape(0)), rectangleAffine);
+    auto segment = As<LineSegment>(loaded->Item(7));
     EXPECT_EQ(segment->StartPointAdornment(), LineSegmentAdornmentConstants_Arrow);
     EXPECT_EQ(segment->EndY(), 4);
-    EXPECT_EQ(segment->Parent(), std::dynamic_pointer_cast<IGraphicParentChild>(composite));
-    EXPECT_EQ(std::dynamic_pointer_cast<PointMarker>(item(8))->Y(), -3);
-    auto label = std::dynamic_pointer_cast<GraphicLabel>(item(9));
+    EXPECT_EQ(segment->Parent(), As<IGraphicParentChild>(composite));
+    EXPECT_EQ(As<PointMarker>(loaded->Item(8))->Y(), -3);
+    auto label = As<GraphicLabel>(loaded->Item(9));
     EXPECT_EQ(label->Text(), "label");
     EXPECT_EQ(label->BackgroundColor(), Color32(0x80112233));
 }
@@ -249,10 +241,10 @@ TEST(GraphicArchive, AParentLoadedOnlyThroughItsChildIsNotKeptAlive) {
     {
         VisionBinaryInputArchive in(stream, SerializerOptionsConstants_None);
         in(loaded);
-        EXPECT_TRUE(std::dynamic_pointer_cast<PointMarker>(loaded)->Parent());
+        EXPECT_TRUE(As<PointMarker>(loaded)->Parent());
     }
     // The archive held the parent's last owner; the child holds it weakly.
-    EXPECT_FALSE(std::dynamic_pointer_cast<PointMarker>(loaded)->Parent());
+    EXPECT_FALSE(As<PointMarker>(loaded)->Parent());
 }
 
 TEST(GraphicArchive, CollectionInstancesAndTransformsTravelUnderTheirNames) {
@@ -274,14 +266,14 @@ TEST(GraphicArchive, CollectionInstancesAndTransformsTravelUnderTheirNames) {
     std::shared_ptr<ITransform2D> loadedRigid;
     GraphicParentChildCollectionPtr loadedParentChildren;
     LoadTogether(bytes, loadedShareable, loadedPoints, loadedRigid, loadedParentChildren);
-    auto const loadedBase = std::dynamic_pointer_cast<Vect2Base>(loadedShareable);
+    auto const loadedBase = As<Vect2Base>(loadedShareable);
     ASSERT_TRUE(loadedBase);
     EXPECT_EQ(typeid(*loadedBase), typeid(Vect2Base));
-    ASSERT_TRUE(std::dynamic_pointer_cast<Vect2Collection>(loadedPoints));
+    ASSERT_TRUE(As<Vect2Collection>(loadedPoints));
     EXPECT_EQ(loadedPoints->Item(0), loadedBase->Item(0));
     EXPECT_EQ(loadedPoints->Item(1).get(), loadedBase->Item(0).get());
-    EXPECT_EQ(std::dynamic_pointer_cast<Transform2DRigid>(loadedRigid)->TranslationY(), 4);
-    EXPECT_TRUE(std::dynamic_pointer_cast<PointMarker>(loadedParentChildren->Item(0)));
+    EXPECT_EQ(As<Transform2DRigid>(loadedRigid)->TranslationY(), 4);
+    EXPECT_TRUE(As<PointMarker>(loadedParentChildren->Item(0)));
 }
 
 TEST(GraphicReflection, ClassesAreFoundByFullNameAndTheLookIsWritable) {
@@ -293,9 +285,8 @@ TEST(GraphicReflection, ClassesAreFoundByFullNameAndTheLookIsWritable) {
         EXPECT_TRUE(rttr::type::get_by_name(name).is_valid()) << name;
 
     auto rectangle = CreateObject<RectangleAffine>();
-    rttr::instance object(*rectangle);
     auto const type = rttr::type::get_by_name("Tavrin::Vision::RectangleAffine");
-    EXPECT_TRUE(type.get_property("LineWidthInScreenPixels").set_value(object, 4));
+    EXPECT_TRUE(type.get_property("LineWidthInScreenPixels").set_value(*rectangle, 4));
     EXPECT_EQ(rectangle->LineWidthInScreenPixels(), 4);
     EXPECT_TRUE(type.get_property("SideXLength").is_readonly());
 }

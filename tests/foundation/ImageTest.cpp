@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <vector>
 
 #include <rttr/type>
@@ -42,6 +43,21 @@ std::shared_ptr<Image> Filled(int width, int height, int alignment, std::vector<
     return image;
 }
 
+using Planes = std::array<std::shared_ptr<IImage8PixelMemory>, 3>;
+
+Planes PlanesOf(Image24PlanarColor const& image, ImageDataModeConstants mode, int x = 0, int y = 0,
+                int size = 1) {
+    Planes planes;
+    image.Get3PlanePixelMemory(mode, x, y, size, size, planes[0], planes[1], planes[2]);
+    return planes;
+}
+
+// Pel (x, y) of each plane.
+std::vector<int> PelsAt(Image24PlanarColor const& image, int x = 0, int y = 0) {
+    Planes const planes = PlanesOf(image, ImageDataModeConstants_Read, x, y);
+    return {*planes[0]->FirstPel(), *planes[1]->FirstPel(), *planes[2]->FirstPel()};
+}
+
 std::shared_ptr<CoordinateSpaceTree> TreeWithScaledSpace() {
     auto tree = CreateObject<CoordinateSpaceTree>();
     tree->AddSpace("scaled", "#", *CreateObject<Transform2DLinear>(2, 0, 0, 2, 10, 20));
@@ -69,16 +85,10 @@ TEST(Image8Grey, LendsPaddedAndPackedRowsInPlace) {
 
 TEST(Image24PlanarColor, LendsThreePlanesInOrderAndRefusesMixedSizes) {
     auto image = CreateObject<Image24PlanarColor>(2, 2);
-    std::shared_ptr<IImage8PixelMemory> p0, p1, p2;
-    image->Get3PlanePixelMemory(ImageDataModeConstants_Write, 0, 0, 2, 2, p0, p1, p2);
-    PelAt(*p0, 1, 1) = 10;
-    PelAt(*p1, 1, 1) = 20;
-    PelAt(*p2, 1, 1) = 30;
-    std::shared_ptr<IImage8PixelMemory> q0, q1, q2;
-    image->Get3PlanePixelMemory(ImageDataModeConstants_Read, 1, 1, 1, 1, q0, q1, q2);
-    EXPECT_EQ(*q0->FirstPel(), 10);
-    EXPECT_EQ(*q1->FirstPel(), 20);
-    EXPECT_EQ(*q2->FirstPel(), 30);
+    Planes const written = PlanesOf(*image, ImageDataModeConstants_Write, 0, 0, 2);
+    for (int plane = 0; plane < 3; ++plane)
+        PelAt(*written[plane], 1, 1) = static_cast<unsigned char>(10 * (plane + 1));
+    EXPECT_EQ(PelsAt(*image, 1, 1), (std::vector<int>{10, 20, 30}));
 
     auto small = CreateObject<Image8Root>(2, 2, 1);
     auto wide = CreateObject<Image8Root>(3, 2, 1);
@@ -105,13 +115,9 @@ TEST(ImageCopy, DeepCopyIsIndependentSharedCopyIsNot) {
     auto colour = CreateObject<Image24PlanarColor>(1, 1);
     auto colourShared = std::dynamic_pointer_cast<Image24PlanarColor>(colour->Copy(true));
     auto colourDeep = std::dynamic_pointer_cast<Image24PlanarColor>(colour->Copy(false));
-    std::shared_ptr<IImage8PixelMemory> a0, a1, a2, b0, b1, b2, c0, c1, c2;
-    colour->Get3PlanePixelMemory(ImageDataModeConstants_Write, 0, 0, 1, 1, a0, a1, a2);
-    colourShared->Get3PlanePixelMemory(ImageDataModeConstants_Read, 0, 0, 1, 1, b0, b1, b2);
-    colourDeep->Get3PlanePixelMemory(ImageDataModeConstants_Read, 0, 0, 1, 1, c0, c1, c2);
-    *a2->FirstPel() = 5;
-    EXPECT_EQ(*b2->FirstPel(), 5);
-    EXPECT_EQ(*c2->FirstPel(), 0);
+    *PlanesOf(*colour, ImageDataModeConstants_Write)[2]->FirstPel() = 5;
+    EXPECT_EQ(PelsAt(*colourShared), (std::vector<int>{0, 0, 5}));
+    EXPECT_EQ(PelsAt(*colourDeep), (std::vector<int>{0, 0, 0}));
 }
 
 TEST(ImagePixels, WriteAccessRaisesSfPixelsWhenTheLastMemoryGoes) {
@@ -119,15 +125,13 @@ TEST(ImagePixels, WriteAccessRaisesSfPixelsWhenTheLastMemoryGoes) {
     VisionTest::FlagLog log(*image);
     auto const& raised = log.words();
 
-    std::shared_ptr<IImage8PixelMemory> p0, p1, p2;
-    image->Get3PlanePixelMemory(ImageDataModeConstants_Read, 0, 0, 2, 2, p0, p1, p2);
-    p0 = p1 = p2 = nullptr;
+    PlanesOf(*image, ImageDataModeConstants_Read, 0, 0, 2);
     EXPECT_TRUE(raised.empty());
 
-    image->Get3PlanePixelMemory(ImageDataModeConstants_Write, 0, 0, 2, 2, p0, p1, p2);
-    p0 = p1 = nullptr;
+    Planes planes = PlanesOf(*image, ImageDataModeConstants_Write, 0, 0, 2);
+    planes[0] = planes[1] = nullptr;
     EXPECT_TRUE(raised.empty());
-    p2 = nullptr;
+    planes[2] = nullptr;
     EXPECT_EQ(raised, VisionTest::Words{Image24PlanarColor::SfPixels});
 
     image->setSelectedSpaceName("#");
@@ -146,9 +150,8 @@ TEST(ImageArchive, RoundTripKeepsPixelsSpacesAndIdentity) {
     auto grey8 = Filled<Image8Grey, unsigned char>(3, 1, 4, {7, 0, 255});
     auto colour = CreateObject<Image24PlanarColor>(1, 1);
     {
-        std::shared_ptr<IImage8PixelMemory> p0, p1, p2;
-        colour->Get3PlanePixelMemory(ImageDataModeConstants_Write, 0, 0, 1, 1, p0, p1, p2);
-        *p0->FirstPel() = 11, *p1->FirstPel() = 22, *p2->FirstPel() = 33;
+        Planes const planes = PlanesOf(*colour, ImageDataModeConstants_Write);
+        *planes[0]->FirstPel() = 11, *planes[1]->FirstPel() = 22, *planes[2]->FirstPel() = 33;
     }
 
     std::vector<IImagePtr> loaded;
@@ -165,8 +168,7 @@ TEST(ImageArchive, RoundTripKeepsPixelsSpacesAndIdentity) {
     EXPECT_EQ(grey16Loaded->SelectedSpaceName(), "scaled");
     double x, y;
     grey16Loaded->GetTransform("scaled", "#")->MapPoint(1, 2, &x, &y);
-    EXPECT_EQ(x, 12);
-    EXPECT_EQ(y, 24);
+    EXPECT_EQ(std::make_pair(x, y), std::make_pair(12.0, 24.0));
 
     auto grey8Loaded = std::dynamic_pointer_cast<Image8Grey>(loaded[1]);
     ASSERT_TRUE(grey8Loaded);
@@ -174,9 +176,7 @@ TEST(ImageArchive, RoundTripKeepsPixelsSpacesAndIdentity) {
               (std::vector<unsigned char>{7, 0, 255}));
     auto colourLoaded = std::dynamic_pointer_cast<Image24PlanarColor>(loaded[2]);
     ASSERT_TRUE(colourLoaded);
-    std::shared_ptr<IImage8PixelMemory> p0, p1, p2;
-    colourLoaded->Get3PlanePixelMemory(ImageDataModeConstants_Read, 0, 0, 1, 1, p0, p1, p2);
-    EXPECT_EQ(*p0->FirstPel() * 10000 + *p1->FirstPel() * 100 + *p2->FirstPel(), 112233);
+    EXPECT_EQ(PelsAt(*colourLoaded), (std::vector<int>{11, 22, 33}));
     EXPECT_EQ(colourLoaded->SelectedSpaceName(), "#");
 }
 

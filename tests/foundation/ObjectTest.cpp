@@ -6,10 +6,11 @@
 
 #include <Vision/Foundation.h>
 
+#include "VisionTestSupport.h"
+
 namespace {
 
 using Tavrin::Brnt::CreateObject;
-using Tavrin::Vision::ChangedEventArgsPtr;
 using Tavrin::Vision::ChangedEventShareableBase;
 
 class Counter : public ChangedEventShareableBase {
@@ -26,12 +27,6 @@ public:
     bool finalConstructSawOwner = false;
 };
 
-class Receiver {
-public:
-    void OnChanged(ChangedEventArgsPtr const& args) { received.push_back(args->ChangedBits()); }
-    std::vector<long long> received;
-};
-
 TEST(CreateObject, RunsFinalConstructOnceOwned) {
     auto counter = CreateObject<Counter>();
     EXPECT_TRUE(counter->finalConstructSawOwner);
@@ -41,25 +36,21 @@ TEST(CreateObject, RunsFinalConstructOnceOwned) {
 
 TEST(ChangedEvent, SuspensionGathersBitsIntoOneEventAtLastResume) {
     auto counter = CreateObject<Counter>();
-    auto receiver = std::make_shared<Receiver>();
-    Tavrin::Brnt::ScopedConnection connection =
-        counter->ChangedEvent().Connect(receiver, &Receiver::OnChanged);
-
+    VisionTest::FlagLog log(*counter);
     counter->SuspendChangedEvent();
     counter->SuspendChangedEvent();
     counter->Raise(Counter::SfValue);
     counter->ResumeAndRaiseChangedEvent();
     counter->Raise(Counter::SfOther);
-    EXPECT_TRUE(receiver->received.empty());
+    EXPECT_TRUE(log.words().empty());
     EXPECT_EQ(counter->ChangedEventSuspended(), 1);
 
     counter->ResumeAndRaiseChangedEvent();
-    ASSERT_EQ(receiver->received.size(), 1u);
-    EXPECT_EQ(receiver->received[0], Counter::SfValue | Counter::SfOther);
+    EXPECT_EQ(log.words(), VisionTest::Words{Counter::SfValue | Counter::SfOther});
 
     counter->ResumeAndRaiseChangedEvent();
     EXPECT_EQ(counter->ChangedEventSuspended(), 0);
-    EXPECT_EQ(receiver->received.size(), 1u);
+    EXPECT_EQ(log.words().size(), 1u);
 }
 
 TEST(ChangedEvent, BitsRaisedWhileNobodyListensReachAReceiverConnectedBeforeTheResume) {
@@ -67,11 +58,9 @@ TEST(ChangedEvent, BitsRaisedWhileNobodyListensReachAReceiverConnectedBeforeTheR
     counter->Raise(Counter::SfOther);
     counter->SuspendChangedEvent();
     counter->Raise(Counter::SfValue);
-    auto receiver = std::make_shared<Receiver>();
-    Tavrin::Brnt::ScopedConnection connection =
-        counter->ChangedEvent().Connect(receiver, &Receiver::OnChanged);
+    VisionTest::FlagLog log(*counter);
     counter->ResumeAndRaiseChangedEvent();
-    EXPECT_EQ(receiver->received, std::vector<long long>{Counter::SfValue});
+    EXPECT_EQ(log.words(), VisionTest::Words{Counter::SfValue});
 }
 
 TEST(Event, ACopyStartsWithoutTheReceiversOfItsSource) {
@@ -121,10 +110,6 @@ TEST(Event, ScopedConnectionDisconnectsWhenDropped) {
     event.Raise();
     EXPECT_EQ(calls, 1);
 }
-
-} // namespace
-
-namespace {
 
 // Version 4, the RFC variant, lower-case hex in groups of 8-4-4-4-12; never the same twice.
 TEST(PalUtils, NewGuidIsARandomVersionFourGuid) {

@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <vector>
 
 #include <Vision/Core/Image16Grey.h>
 #include <Vision/Core/Image24PlanarColor.h>
 #include <Vision/Core/Image8Grey.h>
 #include <Vision/UtilityPxl/PxlUtils.h>
+
+#include "VisionTestSupport.h"
 
 namespace {
 
@@ -92,40 +95,35 @@ TEST(PxlUtils, MakeImage24PlanarColorKeepsPlaneOrder) {
                  tvException);
 }
 
-template <class Expected> Expected Mapped(tvException failure) {
-    try {
-        PxlUtils::MapPxlException::MapPxlExceptionAndThrow(failure);
-    } catch (Expected const& mapped) {
-        return mapped;
-    }
+// The code and text of the Vision exception that the pel library's failure maps to.
+template <class Expected> std::string Mapped(std::function<void()> const& fail) {
+    return VisionTest::CodeAndMessageOf<Expected>([&] {
+        try {
+            fail();
+        } catch (tvException& failure) {
+            PxlUtils::MapPxlException::MapPxlExceptionAndThrow(failure);
+        }
+    });
 }
 
 TEST(PxlUtils, MapPxlExceptionThrowsTheFittingVisionException) {
-    auto argument =
-        Mapped<ArgumentException>({tvException::Kind::badArgument, L"Gr\u00f6\u00dfe < 0"});
-    EXPECT_EQ(argument.Message(), "Gr\xc3\xb6\xc3\x9f"
-                                  "e < 0");
-    EXPECT_EQ(argument.Code(), VisionExceptionCodes_Argument);
-
-    try {
-        tv2XformLinear(1, 2, 2, 4, 0, 0).inverse();
-        FAIL() << "a singular transform was inverted";
-    } catch (tvException& singular) {
-        auto mapped = Mapped<InternalErrorException>(singular);
-        EXPECT_EQ(mapped.Code(), VisionExceptionCodes_NotInvertible);
-        EXPECT_EQ(mapped.Message(), "The transform cannot be inverted.");
-    }
+    EXPECT_EQ(Mapped<ArgumentException>([] {
+                  throw tvException(tvException::Kind::badArgument, L"Gr\u00f6\u00dfe < 0");
+              }),
+              VisionTest::CodeAndMessage(VisionExceptionCodes_Argument, "Gr\xc3\xb6\xc3\x9f"
+                                                                        "e < 0"));
+    EXPECT_EQ(Mapped<InternalErrorException>([] { tv2XformLinear(1, 2, 2, 4, 0, 0).inverse(); }),
+              VisionTest::CodeAndMessage(VisionExceptionCodes_NotInvertible,
+                                         "The transform cannot be inverted."));
     EXPECT_THROW(CreateObject<Image8Grey>(2, 2, 0), ArgumentException);
 }
 
 TEST(PelBuffer, InverseOfALinearTransform) {
     // x' = 2x + 1, y' = 4y - 8 inverts to x = 0.5x' - 0.5, y = 0.25y' + 2.
     tv2XformLinear inverse = tv2XformLinear(2, 0, 0, 4, 1, -8).inverse();
-    EXPECT_EQ(inverse.a(), 0.5);
-    EXPECT_EQ(inverse.b(), 0);
-    EXPECT_EQ(inverse.d(), 0.25);
-    EXPECT_EQ(inverse.tx(), -0.5);
-    EXPECT_EQ(inverse.ty(), 2);
+    EXPECT_EQ((std::vector<double>{inverse.a(), inverse.b(), inverse.c(), inverse.d(), inverse.tx(),
+                                   inverse.ty()}),
+              (std::vector<double>{0.5, 0, 0, 0.25, -0.5, 2}));
 }
 
 } // namespace

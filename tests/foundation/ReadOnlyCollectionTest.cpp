@@ -77,21 +77,6 @@ std::shared_ptr<ProbeCollection> MakeCollection(std::vector<ProbePtr> const& ite
     return CreateObject<ProbeCollection>(items);
 }
 
-TEST(ReadOnlyCollectionBase, EmptyCollectionFindsNothingAndListsNoItems) {
-    auto empty = MakeCollection({});
-    auto probe = CreateObject<Probe>(1);
-    EXPECT_EQ(empty->Count(), 0);
-    EXPECT_FALSE(empty->Contains(probe));
-    EXPECT_EQ(empty->IndexOf(probe), -1);
-    EXPECT_TRUE(empty->IsReadOnly());
-    EXPECT_EQ(empty->ToString(), "ReadOnlyCollectionBase");
-    EXPECT_THROW(empty->Item(0), ArgumentException);
-
-    auto properties = empty->GetFakeProperties();
-    ASSERT_EQ(properties->size(), 1u); // Capacity only; IndexOf takes an argument
-    EXPECT_EQ((*properties)[0]->Name(), "Capacity");
-}
-
 TEST(ReadOnlyCollectionBase, ComparesByIdentityAndChecksIndices) {
     auto first = CreateObject<Probe>(7);
     auto second = CreateObject<Probe>(8);

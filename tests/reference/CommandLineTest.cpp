@@ -61,13 +61,6 @@ Outcome Cli(std::string arguments) {
             Contents(folder / "err")};
 }
 
-std::vector<nlohmann::json> JsonLines(const fs::path& file) {
-    std::vector<nlohmann::json> lines;
-    for (const std::string& line : Lines(Contents(file)))
-        lines.push_back(nlohmann::json::parse(line));
-    return lines;
-}
-
 std::string FirstAnswer(const Outcome& run) {
     return nlohmann::json::parse(Lines(run.out).at(0))["tools"][0]["answer"];
 }
@@ -139,16 +132,17 @@ TEST(CommandLine, RunWritesALineARowAndAnOverlayPerImage) {
         std::distance(fs::directory_iterator(unseen), fs::directory_iterator()));
     ASSERT_GT(images, 0u);
 
-    const auto lines = JsonLines(out / "r.jsonl");
+    const auto lines = Lines(Contents(out / "r.jsonl"));
     ASSERT_EQ(lines.size(), images);
     const auto csv = Lines(Contents(out / "r.csv"));
     ASSERT_EQ(csv.size(), images + 1);
     EXPECT_EQ(csv[0], "image,stream,tool,type,answer,score");
     std::size_t right = 0;
     for (std::size_t i = 0; i < images; ++i) {
-        const fs::path image = lines[i]["image"].get<std::string>();
-        const auto& tool = lines[i]["tools"].at(0);
-        EXPECT_EQ(lines[i]["stream"], "classify");
+        const nlohmann::json line = nlohmann::json::parse(lines[i]);
+        const fs::path image = line["image"].get<std::string>();
+        const auto& tool = line["tools"].at(0);
+        EXPECT_EQ(line["stream"], "classify");
         EXPECT_EQ(tool["tool"], "classes");
         const std::string answer = tool["answer"];
         const std::string row = image.string() + ",classify,classes,green," + answer + ",";
@@ -167,7 +161,7 @@ TEST(CommandLine, CsvQuotesANameWithACommaAndOverlayNamesStayApart) {
     const fs::path out = Scratch("quoted");
     fs::create_directories(out / "a");
     fs::create_directories(out / "b");
-    const fs::path source = TrainedExample().folder / "unseen" / "green" / "5_0000.png";
+    const fs::path source = TrainedExample().Analyse("green", "5_0000.png");
     fs::copy_file(source, out / "a" / "five,5.png");
     fs::copy_file(source, out / "b" / "five,5.png");
     const Outcome run =

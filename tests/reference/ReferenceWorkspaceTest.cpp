@@ -31,23 +31,12 @@ fs::path WorkFile(const std::string& name) {
 TEST(WorkspaceFile, KeepsEverythingThroughAWriteAndARead) {
     const Classifier trained =
         ReadWorkspace(TrainedExample().workspace).streams.at(1).tools.at(0).classifier;
-    Tool child{"child",
-               "child-uuid",
-               "green_quick",
-               {{"runtime_parameters/heat_map_on", "true"}},
-               {},
-               trained,
-               {},
-               {}};
-    Tool blue{"reader",
-              "reader-uuid",
-              "blue",
-              {{"sampling/feature_size", "[not checked here]"}},
-              {},
-              {},
-              {{"zeros", "node", {{"occurrences", "2"}}, "0", {}},
-               {"slots", "layout", {}, "", {{"slot1", cv::Rect2d(1.5, 2, 10, 12.25)}}}},
-              {child}};
+    Tool child{"child", "child-uuid", "green_quick", {}, {}, trained, {}, {}};
+    child.parameters["runtime_parameters/heat_map_on"] = "true";
+    Tool blue{"reader", "reader-uuid", "blue", {}, {}, {}, {}, {child}};
+    blue.parameters["sampling/feature_size"] = "[not checked here]";
+    blue.models.push_back({"zeros", "node", {{"occurrences", "2"}}, "0", {}});
+    blue.models.push_back({"slots", "layout", {}, "", {{"slot1", cv::Rect2d(1.5, 2, 10, 12.25)}}});
     const Workspace written{
         "file-uuid", "2024-06-01T12:00:00Z", {{"read", "read-uuid", "0,0,100,20", {blue}}}};
     WriteWorkspace(written, WorkFile("roundtrip.yml").string());
@@ -83,29 +72,21 @@ TEST(WorkspaceFile, RefusesFilesItCannotUse) {
          "type: layout, regions: [ { name: r, box: [ 1, 2 ] } ] } ] } ] }\n",
          "layout region box of model 'm' needs four numbers"},
         {"not: [ closed", "does not parse"},
+        {nullptr, "cannot read workspace file"},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.content);
-        std::ofstream(WorkFile("bad.yml")) << c.content;
-        const std::string refusal = Refusal([] { ReadWorkspace(WorkFile("bad.yml").string()); });
+        SCOPED_TRACE(c.because);
+        const fs::path file = WorkFile(c.content ? "bad.yml" : "absent.yml");
+        if (c.content)
+            std::ofstream(file) << c.content;
+        const std::string refusal = Refusal([&] { ReadWorkspace(file.string()); });
         EXPECT_NE(refusal.find(c.because), std::string::npos) << refusal;
     }
-    EXPECT_NE(Refusal([] {
-                  ReadWorkspace(WorkFile("absent.yml").string());
-              }).find("cannot read workspace file"),
-              std::string::npos);
 }
 
 TEST(ParameterText, ToolsGetTheirTypesDefaultsAndRefuseForeignPaths) {
-    Tool tool{"t",
-              "u",
-              "red_sua",
-              {{"post_process_parameters/red/threshold", "[0.1,0.2]"}},
-              {},
-              {},
-              {{"m", "string", {}, "", {}}},
-              {}};
-    ASSERT_EQ(Refusal([&] { CompleteParameters(tool); }), "accepted");
+    Tool tool{"t", "u", "red_sua", {}, {}, {}, {{"m", "string", {}, "", {}}}, {}};
+    tool.parameters["post_process_parameters/red/threshold"] = "[0.1,0.2]";
     const Parameters complete = CompleteParameters(tool);
     EXPECT_EQ(complete.at("post_process_parameters/red/threshold"), "[0.1,0.2]");
     EXPECT_EQ(complete.at("runtime_parameters/max_downsampling_size"), "0");

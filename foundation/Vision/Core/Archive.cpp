@@ -75,6 +75,17 @@ VisionBinaryInputArchive* VisionArchiveOf(cereal::PortableBinaryInputArchive& ar
     return dynamic_cast<VisionBinaryInputArchive*>(&archive);
 }
 
+WeakReferenceExpected::WeakReferenceExpected(cereal::PortableBinaryInputArchive& archive)
+    : vision_(VisionArchiveOf(archive)) {
+    if (vision_)
+        vision_->ExpectWeakReference(true);
+}
+
+WeakReferenceExpected::~WeakReferenceExpected() {
+    if (vision_)
+        vision_->ExpectWeakReference(false);
+}
+
 void RequireArchivedElements(cereal::PortableBinaryInputArchive& archive, std::uint64_t count,
                              std::size_t elementSize) {
     if (auto const* vision = VisionArchiveOf(archive))

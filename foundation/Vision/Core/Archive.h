@@ -92,19 +92,27 @@ VisionBinaryInputArchive* VisionArchiveOf(cereal::PortableBinaryInputArchive& ar
 void RequireArchivedElements(cereal::PortableBinaryInputArchive& archive, std::uint64_t count,
                              std::size_t elementSize);
 
+// Marks the next pointer that the foundation's archive reads as a weak reference, for as long as
+// it lives: a null reference reads no pointer id, and must not leave the mark standing.
+class WeakReferenceExpected {
+public:
+    explicit WeakReferenceExpected(cereal::PortableBinaryInputArchive& archive);
+    ~WeakReferenceExpected();
+    WeakReferenceExpected(WeakReferenceExpected const&) = delete;
+    WeakReferenceExpected& operator=(WeakReferenceExpected const&) = delete;
+
+private:
+    VisionBinaryInputArchive* const vision_;
+};
+
 // A weak reference travels as a shared pointer, which the archive's tracking joins to the
 // object saved elsewhere in the same archive.
 template <class Archive, class T>
 void ArchiveWeakReference(Archive& archive, std::weak_ptr<T>& reference) {
     std::shared_ptr<T> shared = reference.lock();
     if constexpr (Archive::is_loading::value) {
-        VisionBinaryInputArchive* const vision = VisionArchiveOf(archive);
-        if (vision)
-            vision->ExpectWeakReference(true);
+        WeakReferenceExpected const expected(archive);
         archive(shared);
-        // A null reference reads no pointer id and leaves the expectation standing.
-        if (vision)
-            vision->ExpectWeakReference(false);
         reference = shared;
     } else {
         archive(shared);
