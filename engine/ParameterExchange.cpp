@@ -7,6 +7,7 @@
 #include "Vision/DeepLearning/DeepLearningExceptions.h"
 #include "engine/DeepLearningAccess.h"
 #include "engine/ProcessState.h"
+#include "engine/ScopeExit.h"
 #include "engine/WorkspaceTables.h"
 
 namespace Tavrin::Vision::DeepLearning::Private {
@@ -121,10 +122,7 @@ void DeepLearningAccess::ApplyRuntimeParametersRecursively(
 
 void DeepLearningAccess::PushParametersOf(DLToolRuntimeParams& tool) {
     // The keys serve this tool alone, and hold its stream and workspace only while it pushes.
-    struct Release {
-        ParameterKeys& keys;
-        ~Release() { keys.Reset(nullptr); }
-    } const release{pushKeys_};
+    ScopeExit const release([this] { pushKeys_.Reset(nullptr); });
     pushKeys_.Reset(&tool);
     tool.ApplyRuntimeParameters();
 }

@@ -17,6 +17,7 @@
 #include "engine/DeepLearningAccess.h"
 #include "engine/NumberText.h"
 #include "engine/ResultDecoding.h"
+#include "engine/ScopeExit.h"
 #include "engine/VectorText.h"
 
 namespace Tavrin::Vision::DeepLearning::Private {
@@ -241,10 +242,7 @@ std::shared_ptr<DLResult> DeepLearningAccess::ParseResultKeloXml(DLStream const&
                                                                  TransformPtr const& inverse) {
     // One document serves every run, so its node pools are reused rather than made anew. It is
     // emptied after each decode: only the pools outlive the run.
-    struct Emptied {
-        tinyxml2::XMLDocument& xml;
-        ~Emptied() { xml.Clear(); }
-    } const emptied{resultDocument_};
+    ScopeExit const emptied([this] { resultDocument_.Clear(); });
     resultDocument_.Parse(document);
     XMLElement const* root = resultDocument_.FirstChildElement();
     if (!root)
