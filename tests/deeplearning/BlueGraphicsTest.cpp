@@ -1,5 +1,7 @@
 #include <cmath>
 #include <string>
+#include <tuple>
+#include <type_traits>
 #include <vector>
 
 #include "GraphicsTestSupport.h"
@@ -63,11 +65,14 @@ struct ToolShows {
     bool models = true;
 };
 
-template <class Tool> DLToolRuntimeParamsPtr BlueTool(ToolShows show) {
+template <class Tool> GraphicCollectionPtr DrawnBy(DLResultView const& view, ToolShows show) {
     auto tool = ToolTest::MakeTool<Tool>();
     tool->setShowFeatures(show.features);
     tool->setShowModels(show.models);
-    return tool;
+    Records::GraphicList graphics;
+    Records::AddBlueGraphics(graphics, view, std::is_same_v<Tool, DLBlueReadToolRuntimeParams>,
+                             *tool);
+    return Tavrin::Brnt::CreateObject<GraphicCollection>(std::move(graphics));
 }
 
 class BlueGraphics : public ThreeKindsOperatorTest {
@@ -78,24 +83,14 @@ protected:
             Document(Marking(View("<blue " + flags + ">" + content + "</blue>", pose), "blue-uuid"),
                      "blue-uuid");
         auto view = FirstView(Decode(document));
-        auto tool = isRead ? BlueTool<DLBlueReadToolRuntimeParams>(show)
-                           : BlueTool<DLBlueToolRuntimeParams>(show);
-        Records::GraphicList graphics;
-        Records::AddBlueGraphics(graphics, *view, isRead, *tool);
-        return Tavrin::Brnt::CreateObject<GraphicCollection>(std::move(graphics));
+        return isRead ? DrawnBy<DLBlueReadToolRuntimeParams>(*view, show)
+                      : DrawnBy<DLBlueToolRuntimeParams>(*view, show);
     }
 };
 
-struct ShapeCase {
-    char const* name;
-    std::string flags;
-    bool isRead;
-    Texts expected;
-    char const* pose = Pose;
-};
-
 TEST_F(BlueGraphics, FeatureShapesAreBuiltUprightInTheViewAndMappedByThePose) {
-    ShapeCase const cases[] = {
+    // Name, flags, whether a read tool draws, and the drawing.
+    std::tuple<char const*, std::string, bool, Texts> const cases[] = {
         {"plain tool, brackets with arrows at the origin", Rectangular, false,
          Texts{"segment 120,10 120,50 arrow ff0000ff w2", "segment 120,10 80,50 arrow ff0000ff w2",
                "segment 0,210 0,170 ff0000ff w2", "segment 0,210 40,170 ff0000ff w2",
@@ -115,17 +110,17 @@ TEST_F(BlueGraphics, FeatureShapesAreBuiltUprightInTheViewAndMappedByThePose) {
         {"read tool, ellipse without a marker", Chiclets, true,
          Texts{"ellipse 60,110 89.932,26.687 2.247 ff0000ff w2",
                "label 'f0' 0,170 1.571 align1 ff000000 on ffffff00"}},
-        // A turn with a uniform scale takes a shortcut; the ellipse must be the one the general
-        // mapping gives: x' = -2y + 100, y' = 2x + 50.
-        {"turned and scaled alike, the image of the inscribed ellipse", Chiclets, false,
-         Texts{"ellipse 60,70 40,60 1.571 ff0000ff w2", "marker 60,70 1.571 size25 ff0000ff w2",
-               "label 'f0' 0,70 1.571 align1 ff000000 on ffffff00"},
-         "0,2,-2,0,100,50"},
     };
-    for (ShapeCase const& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(Described(*Draw(c.flags, F0, c.isRead, {}, c.pose)), c.expected);
+    for (auto const& [name, flags, isRead, expected] : cases) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(Described(*Draw(flags, F0, isRead)), expected);
     }
+    // A turn with a uniform scale takes a shortcut; the ellipse must be the one the general
+    // mapping gives: x' = -2y + 100, y' = 2x + 50.
+    EXPECT_EQ(
+        Described(*Draw(Chiclets, F0, false, {}, "0,2,-2,0,100,50")),
+        (Texts{"ellipse 60,70 40,60 1.571 ff0000ff w2", "marker 60,70 1.571 size25 ff0000ff w2",
+               "label 'f0' 0,70 1.571 align1 ff000000 on ffffff00"}));
 }
 
 // A result built by hand may have no match list at all; its features are drawn all the same.
@@ -140,25 +135,15 @@ TEST_F(BlueGraphics, AResultWithoutAMatchListDrawsItsFeatures) {
     auto const view =
         Factory::CreateDLResultView(nullptr, Linear(1, 0, 0, 1, 0, 0), Linear(1, 0, 0, 1, 0, 0), "",
                                     nullptr, blue, nullptr, nullptr);
-    Records::GraphicList graphics;
-    Records::AddBlueGraphics(graphics, *view, false, *BlueTool<DLBlueToolRuntimeParams>({}));
-    EXPECT_EQ(Sketched(*Tavrin::Brnt::CreateObject<GraphicCollection>(std::move(graphics))),
-              "ellipse marker 'f0' ");
+    EXPECT_EQ(Sketched(*DrawnBy<DLBlueToolRuntimeParams>(*view, {})), "ellipse marker 'f0' ");
 }
-
-struct OrderCase {
-    char const* name;
-    std::string flags;
-    std::string content;
-    bool isRead;
-    std::string expected;
-};
 
 TEST_F(BlueGraphics, MatchedFeaturesComeFirstAndOnlyAPlainToolLabelsThem) {
     // The layout's region holds f1, which still counts as unmatched.
     std::string const matches = AllFeatures + StringMatch({2, 0}) + LayoutMatch;
     std::string const brackets = "segment segment segment segment segment segment segment segment ";
-    OrderCase const cases[] = {
+    // Name, flags, the result, whether a read tool draws, and the drawing.
+    std::tuple<char const*, std::string, std::string, bool, std::string> const cases[] = {
         {"plain tool", Chiclets, matches, false,
          "ellipse marker '* f2' ellipse marker '* f0' ellipse marker 'f1' "},
         {"read tool", Chiclets, matches, true, "ellipse ellipse ellipse 'f1' "},
@@ -168,22 +153,15 @@ TEST_F(BlueGraphics, MatchedFeaturesComeFirstAndOnlyAPlainToolLabelsThem) {
         {"a feature shared by two matches", Chiclets, F0 + StringMatch({0}) + RegexMatch({0}),
          false, "ellipse marker '* f0' ellipse marker '* f0' "},
     };
-    for (OrderCase const& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(Sketched(*Draw(c.flags, c.content, c.isRead, {true, false})), c.expected);
+    for (auto const& [name, flags, content, isRead, expected] : cases) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(Sketched(*Draw(flags, content, isRead, {true, false})), expected);
     }
 }
 
-struct FlagCase {
-    char const* name;
-    std::string flags;
-    bool isRead;
-    ToolShows show;
-    std::string expected;
-};
-
 TEST_F(BlueGraphics, EachShowFlagOpensOnlyItsOwnPart) {
-    FlagCase const cases[] = {
+    // Name, flags, whether a read tool draws, what the tool shows, and the drawing.
+    std::tuple<char const*, std::string, bool, ToolShows, std::string> const cases[] = {
         {"all shown", Chiclets, false, {true, true}, "ellipse marker '* f0' rect 's AB' "},
         {"tool hides features", Chiclets, false, {false, true}, "rect 's AB' "},
         {"tool hides models", Chiclets, false, {true, false}, "ellipse marker '* f0' "},
@@ -192,18 +170,11 @@ TEST_F(BlueGraphics, EachShowFlagOpensOnlyItsOwnPart) {
         {"read tool hides models", Chiclets, true, {true, false}, "ellipse "},
         {"tool hides both", Chiclets + Rectangular, false, {false, false}, ""},
     };
-    for (FlagCase const& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(Sketched(*Draw(c.flags, F0 + StringMatch({0}), c.isRead, c.show)), c.expected);
+    for (auto const& [name, flags, isRead, show, expected] : cases) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(Sketched(*Draw(flags, F0 + StringMatch({0}), isRead, show)), expected);
     }
 }
-
-struct MatchCase {
-    char const* name;
-    std::string match;
-    bool isRead;
-    Texts expected;
-};
 
 TEST_F(BlueGraphics, EachMatchKindIsDrawnAsTheToolKindWants) {
     // The box counts f1 with its unturned size: x from 55 to 65 in the view, not 40 to 80.
@@ -212,7 +183,8 @@ TEST_F(BlueGraphics, EachMatchKindIsDrawnAsTheToolKindWants) {
         return "label '" + text + "' " + at + " 1.571 align" + std::to_string(alignment) +
                " ff000000 on ffffff00";
     };
-    MatchCase const cases[] = {
+    // Name, the match, whether a read tool draws, and the drawing.
+    std::tuple<char const*, std::string, bool, Texts> const cases[] = {
         {"string", StringMatch({0, 1}), false, Texts{box, label("s AB", "0,130", 0)}},
         {"regex", RegexMatch({0, 1}), true, Texts{box, label("x A-B", "0,130", 0)}},
         {"node in a plain tool", NodeMatch({0, 1, 2}), false,
@@ -225,10 +197,9 @@ TEST_F(BlueGraphics, EachMatchKindIsDrawnAsTheToolKindWants) {
          Texts{"rect 100,50 100,70 60,90 ff0000ff w2", label("top", "60,90", 3),
                "rect 40,150 40,170 20,170 ff0000ff w2", label("bottom", "20,170", 3)}},
     };
-    for (MatchCase const& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(Described(*Draw(Chiclets, AllFeatures + c.match, c.isRead, {false, true})),
-                  c.expected);
+    for (auto const& [name, match, isRead, expected] : cases) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(Described(*Draw(Chiclets, AllFeatures + match, isRead, {false, true})), expected);
     }
 }
 
@@ -236,14 +207,11 @@ TEST_F(BlueGraphics, ARegexMatchWithoutFeaturesGetsABoxAtInfinity) {
     auto graphics = Draw("", RegexMatch({}), false);
     ASSERT_EQ(graphics->Count(), 2);
     auto box = std::dynamic_pointer_cast<RectangleAffine>(graphics->Item(0));
-    ASSERT_TRUE(box);
-    EXPECT_FALSE(std::isfinite(box->CornerOriginX()));
-    EXPECT_FALSE(std::isfinite(box->CornerYY()));
     auto label = std::dynamic_pointer_cast<GraphicLabel>(graphics->Item(1));
-    ASSERT_TRUE(label);
+    ASSERT_TRUE(box && label);
     EXPECT_EQ(label->Text(), "x A-B");
-    EXPECT_FALSE(std::isfinite(label->X()));
-    EXPECT_FALSE(std::isfinite(label->Y()));
+    for (double coordinate : {box->CornerOriginX(), box->CornerYY(), label->X(), label->Y()})
+        EXPECT_FALSE(std::isfinite(coordinate));
 }
 
 } // namespace

@@ -64,6 +64,13 @@ protected:
 
     std::shared_ptr<DLStream> Stream() { return workspace_->Streams()->Item(0); }
 
+    // What applying one tool writes to the engine.
+    static Texts RunWrites(DLToolRuntimeParams& tool, char const* name) {
+        testkelo_clear_log();
+        Apply(tool);
+        return Writes(name);
+    }
+
     std::shared_ptr<DLWorkspace> workspace_;
 
     static void AddTool(char const* parent, char const* name, char const* type) {
@@ -207,21 +214,14 @@ TEST_F(Catalogue, RedThresholdTextsAreComposedAtRunOrBySetters) {
     auto focused = Find<DLFocusedModeRedToolRuntimeParams>("focused");
     auto hdm = Find<DLHdmRedToolRuntimeParams>("hdm");
     auto quick = Find<DLQuickRedToolRuntimeParams>("quick");
-    auto run = [&] {
-        testkelo_clear_log();
-        Apply(*focused);
-        Apply(*hdm);
-        Apply(*quick);
-    };
     char const* const HdmPath = "post_process_parameters/red/threshold";
 
-    run();
-    EXPECT_EQ(Writes("focused"), (Texts{"processing/sampling_density=0.500000",
-                                        "post_processing/red/threshold=[0.250000,0.750000]"}));
-    EXPECT_TRUE(Writes("hdm").empty());
-    EXPECT_TRUE(Writes("quick").empty());
-    run();
-    EXPECT_TRUE(Writes("focused").empty());
+    EXPECT_EQ(RunWrites(*focused, "focused"),
+              (Texts{"processing/sampling_density=0.500000",
+                     "post_processing/red/threshold=[0.250000,0.750000]"}));
+    EXPECT_TRUE(RunWrites(*focused, "focused").empty());
+    EXPECT_TRUE(RunWrites(*hdm, "hdm").empty());
+    EXPECT_TRUE(RunWrites(*quick, "quick").empty());
 
     FlagLog hdmLog(*hdm);
     hdm->setLowerThreshold(0.3);
@@ -229,9 +229,8 @@ TEST_F(Catalogue, RedThresholdTextsAreComposedAtRunOrBySetters) {
     FlagLog quickLog(*quick);
     quick->setLowerThreshold(0.1);
     EXPECT_TRUE(quickLog.words().empty());
-    run();
-    EXPECT_EQ(Writes("hdm"), (Texts{std::string(HdmPath) + "=[0.300000,0.750000]"}));
-    EXPECT_EQ(Writes("quick"), (Texts{std::string(HdmPath) + "=[0.100000,0.900000]"}));
+    EXPECT_EQ(RunWrites(*hdm, "hdm"), (Texts{std::string(HdmPath) + "=[0.300000,0.750000]"}));
+    EXPECT_EQ(RunWrites(*quick, "quick"), (Texts{std::string(HdmPath) + "=[0.100000,0.900000]"}));
     EXPECT_STREQ(testkelo_parameter(workspace_->Name().c_str(), "main", "hdm", HdmPath),
                  "[0.300000,0.750000]");
 }
@@ -239,20 +238,14 @@ TEST_F(Catalogue, RedThresholdTextsAreComposedAtRunOrBySetters) {
 TEST_F(Catalogue, GreenThresholdTextTrailsTheSetterByOneStep) {
     auto hgreen = Find<DLHdmGreenToolRuntimeParams>("hgreen");
     char const* const Path = "post_process_parameters/green/threshold";
-    auto run = [&] {
-        testkelo_clear_log();
-        Apply(*hgreen);
-        return Writes("hgreen");
-    };
-    EXPECT_EQ(run(), (Texts{"runtime_parameters/heat_map_on=false"}));
+    EXPECT_EQ(RunWrites(*hgreen, "hgreen"), (Texts{"runtime_parameters/heat_map_on=false"}));
 
     FlagLog log(*hgreen);
     hgreen->setThreshold(0.7);
-    EXPECT_EQ(hgreen->Threshold(), 0.7);
-    EXPECT_EQ(run(), (Texts{std::string(Path) + "=0.500000"}));
+    EXPECT_EQ(RunWrites(*hgreen, "hgreen"), (Texts{std::string(Path) + "=0.500000"}));
     hgreen->setThreshold(0.7);
     EXPECT_EQ(log.words(), (Words{DLHdmGreenToolRuntimeParams::SfThreshold}));
-    EXPECT_EQ(run(), (Texts{std::string(Path) + "=0.700000"}));
+    EXPECT_EQ(RunWrites(*hgreen, "hgreen"), (Texts{std::string(Path) + "=0.700000"}));
 }
 
 TEST_F(Catalogue, TheStreamPassesOnOnlyDisplayChangesOfEveryToolOfItsTree) {
@@ -268,22 +261,25 @@ TEST_F(Catalogue, TheStreamPassesOnOnlyDisplayChangesOfEveryToolOfItsTree) {
               (Words{DLStream::SfToolsGraphicsChanged, DLStream::SfToolsGraphicsChanged}));
 }
 
+// A stream that outlives its workspace keeps its tools but no parent.
 TEST_F(Catalogue, ACloneIsWiredToItselfAndNotToItsMaster) {
-    auto master = Private::DeepLearningAccess::GetWorkspace(workspace_->Name());
-    ASSERT_NE(master, nullptr);
-
     auto stream = Stream();
-    EXPECT_EQ(stream->ParentWorkspace(), workspace_);
-    EXPECT_NE(stream, master->Streams()->Item(0));
-    EXPECT_EQ(stream->UUID(), "main-uuid");
-
-    auto read = Find<DLBlueReadToolRuntimeParams>("read");
     auto blue = Find<DLBlueToolRuntimeParams>("blue");
-    EXPECT_EQ(read->Stream(), stream);
-    EXPECT_EQ(read->Parent(), Find<DLHdmGreenToolRuntimeParams>("hgreen"));
+    {
+        auto const master = Private::DeepLearningAccess::GetWorkspace(workspace_->Name());
+        ASSERT_NE(master, nullptr);
+        EXPECT_NE(stream, master->Streams()->Item(0));
+        EXPECT_NE(blue, Private::DeepLearningAccess::FindTool(*master, "blue-uuid"));
+    }
+    EXPECT_EQ(stream->ParentWorkspace(), workspace_);
+    EXPECT_EQ(stream->UUID(), "main-uuid");
+    EXPECT_EQ(Find<DLBlueReadToolRuntimeParams>("read")->Stream(), stream);
     for (auto const& model : *blue->Models())
         EXPECT_EQ(model->Parent(), blue);
-    EXPECT_NE(blue, Private::DeepLearningAccess::FindTool(*master, "blue-uuid"));
+
+    workspace_.reset();
+    EXPECT_EQ(stream->ParentWorkspace(), nullptr);
+    EXPECT_EQ(stream->Tools()->Count(), 7);
 }
 
 TEST_F(Catalogue, OneArchiveKeepsOneObjectPerTrackedPointer) {
@@ -297,13 +293,6 @@ TEST_F(Catalogue, OneArchiveKeepsOneObjectPerTrackedPointer) {
     EXPECT_EQ(loaded->SourceFile(), "");
     EXPECT_EQ(loaded->Name(), workspace_->Name());
     EXPECT_EQ(loadedBlue->FeatureSize()->Y(), 24);
-}
-
-TEST_F(Catalogue, AStreamOutlivingItsWorkspaceHasNoParent) {
-    auto stream = Stream();
-    workspace_.reset();
-    EXPECT_EQ(stream->ParentWorkspace(), nullptr);
-    EXPECT_EQ(stream->Tools()->Count(), 7);
 }
 
 } // namespace

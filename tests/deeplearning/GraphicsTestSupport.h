@@ -78,8 +78,7 @@ inline std::string Sketched(GraphicCollection const& graphics) {
         std::string const description = Describe(graphic);
         auto label = std::dynamic_pointer_cast<GraphicLabel>(graphic);
         sketch +=
-            (label ? "'" + label->Text() + "'" : description.substr(0, description.find(' ')));
-        sketch += " ";
+            (label ? "'" + label->Text() + "' " : description.substr(0, description.find(' ') + 1));
     }
     return sketch;
 }

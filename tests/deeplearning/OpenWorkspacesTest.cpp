@@ -1,13 +1,11 @@
 #include <sys/stat.h>
 #include <utime.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 
 #include "EngineTest.h"
 #include "Vision/DeepLearning/DeepLearning.h"
-#include "VisionTestSupport.h"
 #include "WorkspaceFiles.h"
 
 namespace {
@@ -90,15 +88,6 @@ TEST_F(OpenWorkspaces, ADeletedFileStillOpensFromItsMaster) {
     auto second = Peer::OpenWorkspace(path_);
     EXPECT_EQ(second->Name(), first->Name());
     EXPECT_EQ(Calls("kelo_runtime_open_workspace_from_file"), 1);
-}
-
-TEST_F(OpenWorkspaces, AFailedEngineOpenLeavesNoEntry) {
-    testkelo_fail("kelo_runtime_open_workspace_from_file", 1, 3, "file is damaged");
-    EXPECT_EQ(VisionTest::MessageOf<Tavrin::Vision::FileOpenException>(
-                  [&] { Peer::OpenWorkspace(path_); }),
-              "Cannot open Solvarine Deep Learning Workspace: file is damaged");
-    EXPECT_EQ(Peer::OpenFileCount(), 0u);
-    EXPECT_EQ(Peer::CloneListCount(), 0u);
 }
 
 } // namespace

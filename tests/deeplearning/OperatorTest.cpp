@@ -33,10 +33,7 @@ protected:
     std::shared_ptr<DLOperator> op_;
 };
 
-TEST_F(Operator, StartsEmptyAndSelectsTheOnlyStreamOfAWorkspace) {
-    EXPECT_EQ(op_->Workspace(), nullptr);
-    EXPECT_EQ(op_->Stream(), nullptr);
-
+TEST_F(Operator, SelectsTheOnlyStreamOfAWorkspace) {
     FlagLog first(*op_);
     op_->LoadWorkspace(OneStream);
     ASSERT_TRUE(op_->Stream());
@@ -54,15 +51,6 @@ TEST_F(Operator, AWorkspaceOfTwoStreamsKeepsTheStreamAsItWas) {
     op_->LoadWorkspace(TwoStreams);
     EXPECT_EQ(op_->Stream(), nullptr);
     EXPECT_EQ(log.words(), (Words{DLOperator::sfWorkspacePath, DLOperator::SfWorkspace}));
-}
-
-TEST_F(Operator, OnlyDisplayChangesClimbFromToolToOperator) {
-    op_->LoadWorkspace(OneStream);
-    auto tool = op_->Stream()->Tools()->Item(0);
-    FlagLog log(*op_);
-    tool->setShowRegion(false);
-    tool->setAddImageRecords(false);
-    EXPECT_EQ(log.words(), (Words{DLOperator::SfToolsGraphicsChanged}));
 }
 
 TEST_F(Operator, SettingTheSameStreamRaisesNothingAndKeepsOneSubscription) {

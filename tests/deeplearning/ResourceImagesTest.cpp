@@ -40,11 +40,8 @@ protected:
         AddResource("map", 4, 2, 1, 0, PatternPixels(4, 2, 1, 7), 7);
     }
 
-    DLResultViewPtr Run(std::string const& content, std::string const& size = "8x4",
-                        char const* tool = "red-uuid") {
-        std::string const document =
-            Document(Marking(View(content, "1,0,0,1,0,0", size), tool), tool);
-        testkelo_set_result_document(document.c_str());
+    DLResultViewPtr Run(std::string const& content, std::string const& size = "8x4") {
+        testkelo_set_result_document(Document(Marking(View(content, "1,0,0,1,0,0", size))).c_str());
         return FirstView(op_->Execute(*CreateObject<Image8Grey>(8, 4)));
     }
 };
@@ -54,9 +51,8 @@ TEST_F(ResourceImages, ScoreMapsUnderRedAreResampledToTheView) {
     auto view =
         Run(Red(Resource("my_score_map_2", "map", " scale=\"0.25\"")) + Resource("overlay", "map"));
     auto map = view->ResultRed()->ResultResources()->Item(0);
-    EXPECT_EQ(map->Name(), "my_score_map_2");
-    EXPECT_EQ(map->Type(), "image");
-    EXPECT_EQ(map->UUID(), "map");
+    EXPECT_EQ((std::vector<std::string>{map->Name(), map->Type(), map->UUID()}),
+              (std::vector<std::string>{"my_score_map_2", "image", "map"}));
     EXPECT_DOUBLE_EQ(map->Scale(), 0.25);
     // Each source pel becomes a block of two by two.
     EXPECT_EQ(Samples<Image8Grey>(map->Image()),
@@ -75,8 +71,8 @@ TEST_F(ResourceImages, ScoreMapsElsewhereKeepTheEnginesSize) {
                     "6.9x3.9");
     EXPECT_EQ(view->ResultGreen()->ResultResources()->Item(0)->Image()->Width(), 4);
     auto resampled = view->Resources()->Item(0)->Image();
-    EXPECT_EQ(resampled->Width(), 6);
-    EXPECT_EQ(resampled->Height(), 3);
+    EXPECT_EQ((std::vector<int>{resampled->Width(), resampled->Height()}),
+              (std::vector<int>{6, 3}));
     EXPECT_EQ(Samples<Image8Grey>(resampled),
               (std::vector<int>{0, 0, 1, 1, 2, 2, 0, 0, 1, 1, 2, 2, 10, 10, 11, 11, 12, 12}));
 }
@@ -121,8 +117,7 @@ TEST_F(ResourceImages, NothingIsFetchedWithImageRecordsOff) {
 TEST_F(ResourceImages, AnImageTheEngineCannotGiveIsEmpty) {
     auto image = Run(Resource("score_map", "unknown"))->Resources()->Item(0)->Image();
     ASSERT_TRUE(image);
-    EXPECT_EQ(image->Width(), 0);
-    EXPECT_EQ(image->Height(), 0);
+    EXPECT_EQ((std::vector<int>{image->Width(), image->Height()}), (std::vector<int>{0, 0}));
 }
 
 TEST_F(ResourceImages, ABadScaleEndsTheRun) {

@@ -16,6 +16,8 @@ using Tavrin::Vision::RectangleAffine;
 using VisionTest::CodeAndMessage;
 using VisionTest::CodeAndMessageOf;
 using VisionTest::MessageOf;
+using Doubles = std::vector<double>;
+using Texts = std::vector<std::string>;
 
 class ResultDecoding : public ThreeKindsOperatorTest {
 protected:
@@ -25,17 +27,25 @@ protected:
     }
 };
 
-void ExpectCorners(RectangleAffine const& r, double ox, double oy, double sideX, double sideY) {
-    EXPECT_DOUBLE_EQ(r.CornerOriginX(), ox);
-    EXPECT_DOUBLE_EQ(r.CornerOriginY(), oy);
-    EXPECT_DOUBLE_EQ(r.SideXLength(), sideX);
-    EXPECT_DOUBLE_EQ(r.SideYLength(), sideY);
+// Each value as EXPECT_DOUBLE_EQ compares it.
+void ExpectDoubles(Doubles const& actual, Doubles const& expected) {
+    ASSERT_EQ(actual.size(), expected.size());
+    for (std::size_t index = 0; index < actual.size(); ++index)
+        EXPECT_DOUBLE_EQ(actual[index], expected[index]) << "value " << index;
 }
 
+void ExpectCorners(RectangleAffine const& r, Doubles const& originAndSides) {
+    ExpectDoubles({r.CornerOriginX(), r.CornerOriginY(), r.SideXLength(), r.SideYLength()},
+                  originAndSides);
+}
+
+// A size without an x reads both numbers from the whole text.
 TEST_F(ResultDecoding, ReadsMarkingsWithTheirToolsTimesAndImageInformation) {
     auto result = Decode(
         Document(Marking("<image_info size=\"1024x768\" channels=\"1\" depth=\"8\"/>" + View("")) +
-                 Marking("", "blue-uuid")));
+                 Marking("<image_info size=\"640\" channels=\"3\" depth=\"8\"/>" +
+                             View("", "1,0,0,1,0,0", "640"),
+                         "blue-uuid")));
     ASSERT_TRUE(result);
     EXPECT_EQ(result->Tool(), Tool("red-uuid"));
     auto markings = result->ResultImage()->ResultMarking();
@@ -43,20 +53,26 @@ TEST_F(ResultDecoding, ReadsMarkingsWithTheirToolsTimesAndImageInformation) {
     auto first = markings->Item(0);
     EXPECT_EQ(first->Tool(), Tool("red-uuid"));
     EXPECT_EQ(markings->Item(1)->Tool(), Tool("blue-uuid"));
-    EXPECT_DOUBLE_EQ(first->Duration(), 31.5);
-    EXPECT_DOUBLE_EQ(first->DurationProcessOnly(), 28.25);
-    EXPECT_DOUBLE_EQ(first->DurationPostProcess(), 1.5);
-    EXPECT_EQ(first->ProcessedAt(), "2024-05-01T10:00");
-    EXPECT_EQ(first->ProcessedDevice(), "gpu0");
+    ExpectDoubles({first->Duration(), first->DurationProcessOnly(), first->DurationPostProcess()},
+                  {31.5, 28.25, 1.5});
+    EXPECT_EQ((Texts{first->ProcessedAt(), first->ProcessedDevice(),
+                     first->ResultViews()->Item(0)->Group()}),
+              (Texts{"2024-05-01T10:00", "gpu0", "g1"}));
     auto info = first->ImageInfo();
     ASSERT_TRUE(info);
     EXPECT_EQ((std::vector<int>{info->ImageWidth(), info->ImageHeight(), info->Channels(),
                                 info->Depth()}),
               (std::vector<int>{1024, 768, 1, 8}));
-    EXPECT_EQ(first->ResultViews()->Item(0)->Group(), "g1");
+    auto const second = markings->Item(1);
+    EXPECT_EQ(
+        (std::vector<int>{second->ImageInfo()->ImageWidth(), second->ImageInfo()->ImageHeight()}),
+        (std::vector<int>{640, 640}));
+    ExpectCorners(*second->ResultViews()->Item(0)->Region(), {0, 0, 640, 640});
 }
 
+// A document of another tool is refused quietly.
 TEST_F(ResultDecoding, AbsentPartsGiveNullResultsOrEmptyCollections) {
+    EXPECT_EQ(Decode(Document("<marking/>garbage", "nobody")), nullptr);
     EXPECT_EQ(Decode(Document(""))->ResultImage()->ResultMarking()->Count(), 0);
     auto marking = Decode(Document(Marking("")))->ResultImage()->ResultMarking()->Item(0);
     EXPECT_EQ(marking->ImageInfo(), nullptr);
@@ -68,22 +84,7 @@ TEST_F(ResultDecoding, AbsentPartsGiveNullResultsOrEmptyCollections) {
     EXPECT_EQ(view->ResultBlue(), nullptr);
     ASSERT_TRUE(view->Resources());
     EXPECT_EQ(view->Resources()->Count(), 0);
-    ExpectCorners(*view->Region(), 0, 0, 100, 50);
-}
-
-TEST_F(ResultDecoding, ADocumentOfAnotherToolIsRefusedQuietly) {
-    EXPECT_EQ(Decode(Document("<marking/>garbage", "nobody")), nullptr);
-}
-
-TEST_F(ResultDecoding, SizesWithoutAnXReadBothNumbersFromTheWholeText) {
-    auto marking = Decode(Document(Marking("<image_info size=\"640\" channels=\"3\" depth=\"8\"/>" +
-                                           View("", "1,0,0,1,0,0", "640"))))
-                       ->ResultImage()
-                       ->ResultMarking()
-                       ->Item(0);
-    EXPECT_EQ(marking->ImageInfo()->ImageWidth(), 640);
-    EXPECT_EQ(marking->ImageInfo()->ImageHeight(), 640);
-    ExpectCorners(*marking->ResultViews()->Item(0)->Region(), 0, 0, 640, 640);
+    ExpectCorners(*view->Region(), {0, 0, 100, 50});
 }
 
 TEST_F(ResultDecoding, PosesSwapTheirMiddleNumbersAndComposeWithTheRunTransform) {
@@ -95,9 +96,8 @@ TEST_F(ResultDecoding, PosesSwapTheirMiddleNumbersAndComposeWithTheRunTransform)
               (std::vector<double>{1, 3, 2, 4, 5, 6}));
 
     auto view = FirstView(Decode(document, Linear(2, 0, 0, 2, 1, 1)));
-    EXPECT_DOUBLE_EQ(view->Pose()->TX(), 21);
-    EXPECT_DOUBLE_EQ(view->Pose()->TY(), 41);
-    ExpectCorners(*view->Region(), 21, 41, 200, 100);
+    ExpectDoubles({view->Pose()->TX(), view->Pose()->TY()}, {21, 41});
+    ExpectCorners(*view->Region(), {21, 41, 200, 100});
 }
 
 struct NumberCase {
@@ -131,10 +131,7 @@ TEST_F(ResultDecoding, ReadsNumbersAsTheStandardConversionsDo) {
     EXPECT_THROW(Decode(channels("abc")), std::invalid_argument);
     EXPECT_THROW(Decode(channels("4294967296")), std::out_of_range);
     // A doubled blank between points leaves an empty point, and any bad point ends the decode.
-    EXPECT_EQ(MessageOf<std::invalid_argument>([&] {
-                  DecodeView(Red("<region score=\"0\" name=\"r\" area=\"0\" perimeter=\"0\" "
-                                 "center=\"0,0\" covers=\"\" coverage=\"\" points=\"0,0  1,1\"/>"));
-              }),
+    EXPECT_EQ(MessageOf<std::invalid_argument>([&] { DecodeView(Red(Region("0,0", "0,0  1,1"))); }),
               "invalid stod argument");
 }
 
@@ -152,17 +149,13 @@ TEST_F(ResultDecoding, PointsReadEveryFormAsTheCLibraryDoes) {
     for (PointCase const& c : cases) {
         SCOPED_TRACE(c.text);
         std::string const text = c.text;
-        auto region =
-            DecodeView(Red("<region score=\"0\" name=\"r\" area=\"0\" perimeter=\"0\" center=\"" +
-                           text + "," + text + "\" covers=\"\" coverage=\"\" points=\"" + text +
-                           ",1 1," + text + "\"/>"))
-                ->ResultRed()
-                ->ResultRegions()
-                ->Item(0);
-        EXPECT_EQ(region->Center()->X(), c.value);
-        EXPECT_EQ(region->Center()->Y(), c.value);
-        EXPECT_EQ(region->Points()->Item(0)->X(), c.value);
-        EXPECT_EQ(region->Points()->Item(1)->Y(), c.value);
+        auto region = DecodeView(Red(Region(text + "," + text, text + ",1 1," + text)))
+                          ->ResultRed()
+                          ->ResultRegions()
+                          ->Item(0);
+        EXPECT_EQ((Doubles{region->Center()->X(), region->Center()->Y(),
+                           region->Points()->Item(0)->X(), region->Points()->Item(1)->Y()}),
+                  Doubles(4, c.value));
     }
 }
 
@@ -175,18 +168,13 @@ TEST_F(ResultDecoding, RedRegionsComeBackInTheCallersSpace) {
                    "1,0,0,1,5,6")
             ->ResultRed();
     ASSERT_TRUE(red);
-    EXPECT_DOUBLE_EQ(red->Score(), 0.8);
-    EXPECT_DOUBLE_EQ(red->FilteredScore(), 0.75);
-    EXPECT_EQ(red->Thresholds(), "[0.1,0.9]");
-    EXPECT_EQ(red->SupervisedMode(), "");
-    EXPECT_EQ(red->ToolId(), "red-uuid");
-    EXPECT_EQ(red->ResultScore()->Name(), "overall");
-    EXPECT_DOUBLE_EQ(red->ResultScore()->Score(), 0.6);
-
     ASSERT_EQ(red->ResultRegions()->Count(), 2);
     auto region = red->ResultRegions()->Item(0);
-    EXPECT_EQ(region->Name(), "r0");
-    EXPECT_DOUBLE_EQ(region->Area(), 120.5);
+    ExpectDoubles({red->Score(), red->FilteredScore(), red->ResultScore()->Score(), region->Area()},
+                  {0.8, 0.75, 0.6, 120.5});
+    EXPECT_EQ((Texts{red->Thresholds(), red->SupervisedMode(), red->ToolId(),
+                     red->ResultScore()->Name(), region->Name()}),
+              (Texts{"[0.1,0.9]", "", "red-uuid", "overall", "r0"}));
     EXPECT_EQ(region->Center(), Tavrin::Brnt::CreateObject<Tavrin::Vision::Vect2>(6, 8));
     std::vector<std::pair<double, double>> points;
     for (auto const& point : region->Points()->GetDataC())
@@ -205,8 +193,8 @@ TEST_F(ResultDecoding, GreenTagsKeepTheEnginesOrderAndTheBestIsTheFirstHighest) 
             ->ResultGreen();
     ASSERT_TRUE(green);
     EXPECT_DOUBLE_EQ(green->Threshold(), 0.5);
-    EXPECT_FALSE(green->Exclusive());
-    EXPECT_TRUE(green->SimilarityReference());
+    EXPECT_EQ((std::vector<bool>{green->Exclusive(), green->SimilarityReference()}),
+              (std::vector<bool>{false, true}));
     EXPECT_EQ(green->ToolId(), "green-uuid");
     std::string names;
     for (auto const& tag : *green->Tags())
@@ -216,7 +204,6 @@ TEST_F(ResultDecoding, GreenTagsKeepTheEnginesOrderAndTheBestIsTheFirstHighest) 
     EXPECT_EQ(green->BestTag(), green->Tags()->Item(1));
 
     auto noTags = DecodeView("<green threshold=\"0\" uncertainty=\"0\"/>")->ResultGreen();
-    EXPECT_EQ(noTags->BestTag(), nullptr);
     EXPECT_EQ(noTags->BestTag(), nullptr);
 }
 
@@ -231,26 +218,23 @@ TEST_F(ResultDecoding, BlueFeaturesAreRectanglesInTheCallersSpace) {
                            "1,0,0,1,5,6", "blue-uuid")
                     ->ResultBlue();
     ASSERT_TRUE(blue);
-    EXPECT_TRUE(blue->Oriented());
-    EXPECT_FALSE(blue->Scaled());
-    EXPECT_TRUE(blue->ShowFeatureChiclets());
-    EXPECT_FALSE(blue->ShowRectangularFeatures());
+    EXPECT_EQ((std::vector<bool>{blue->Oriented(), blue->Scaled(), blue->ShowFeatureChiclets(),
+                                 blue->ShowRectangularFeatures()}),
+              (std::vector<bool>{true, false, true, false}));
     ASSERT_EQ(blue->Features()->Count(), 3);
     auto feature = blue->Features()->Item(0);
-    EXPECT_EQ(feature->Id(), "f0");
-    EXPECT_DOUBLE_EQ(feature->Score(), 0.95);
-    EXPECT_EQ(feature->Covers(), "A");
-    EXPECT_DOUBLE_EQ(feature->Rectangle()->CenterX(), 15);
-    EXPECT_DOUBLE_EQ(feature->Rectangle()->CenterY(), 16);
-    EXPECT_DOUBLE_EQ(feature->Rectangle()->SideXLength(), 20);
-    EXPECT_DOUBLE_EQ(feature->Rectangle()->SideYLength(), 30);
+    EXPECT_EQ((Texts{feature->Id(), feature->Covers()}), (Texts{"f0", "A"}));
+    auto const box = feature->Rectangle();
+    ExpectDoubles(
+        {feature->Score(), box->CenterX(), box->CenterY(), box->SideXLength(), box->SideYLength()},
+        {0.95, 15, 16, 20, 30});
     EXPECT_NEAR(blue->Features()->Item(1)->Rectangle()->Rotation(), 0.5, 1e-12);
 }
 
 TEST_F(ResultDecoding, AViewWithBothBlueKindsKeepsTheSecond) {
     auto blue = DecodeView("<blue scaled=\"true\"/><blue_read aspected=\"true\"/>")->ResultBlue();
-    EXPECT_FALSE(blue->Scaled());
-    EXPECT_TRUE(blue->Aspected());
+    EXPECT_EQ((std::vector<bool>{blue->Scaled(), blue->Aspected()}),
+              (std::vector<bool>{false, true}));
 }
 
 TEST_F(ResultDecoding, MatchesShareTheFeaturesTheyReferTo) {
@@ -274,19 +258,15 @@ TEST_F(ResultDecoding, MatchesShareTheFeaturesTheyReferTo) {
 
     auto string = std::dynamic_pointer_cast<DLResultMatchString>(matches->Item(0));
     ASSERT_TRUE(string);
-    EXPECT_EQ(string->ModelID(), "s");
-    EXPECT_DOUBLE_EQ(string->Score(), 0);
-    EXPECT_EQ(string->MatchString(), "AB");
-    EXPECT_DOUBLE_EQ(string->Pose()->TX(), 6);
-    EXPECT_DOUBLE_EQ(string->Pose()->TY(), 7);
+    EXPECT_EQ((Texts{string->ModelID(), string->MatchString()}), (Texts{"s", "AB"}));
+    ExpectDoubles({string->Score(), string->Pose()->TX(), string->Pose()->TY()}, {0, 6, 7});
     EXPECT_EQ(
         string->Features()->GetDataC(),
         (std::vector<DLBlueFeaturePtr>{features->Item(2), features->Item(0), features->Item(2)}));
 
     auto node = std::dynamic_pointer_cast<DLResultMatchNode>(matches->Item(1));
     ASSERT_TRUE(node);
-    EXPECT_EQ(node->NodeCoords(), "1;2");
-    EXPECT_EQ(node->PrettifiedString(), "p");
+    EXPECT_EQ((Texts{node->NodeCoords(), node->PrettifiedString()}), (Texts{"1;2", "p"}));
     EXPECT_TRUE(node->Pose()->IsIdentity());
     EXPECT_EQ(node->Features()->Count(), 0);
 
@@ -301,8 +281,7 @@ TEST_F(ResultDecoding, MatchesShareTheFeaturesTheyReferTo) {
     auto region = layout->Regions()->Item(0);
     EXPECT_EQ(region->Name(), "top");
     EXPECT_EQ(region->Occurrences(), 2);
-    EXPECT_DOUBLE_EQ(region->Rectangle()->CenterX(), 6);
-    EXPECT_DOUBLE_EQ(region->Rectangle()->CenterY(), 11);
+    ExpectDoubles({region->Rectangle()->CenterX(), region->Rectangle()->CenterY()}, {6, 11});
     EXPECT_EQ(region->Features()->GetDataC(), std::vector<DLBlueFeaturePtr>{features->Item(1)});
 }
 

@@ -38,6 +38,12 @@ inline std::string Red(std::string const& content, std::string const& extra = ""
            "><score score=\"0.6\" name=\"overall\"/>" + content + "</red>";
 }
 
+// A red region of score 0.9, area 4 and perimeter 8.
+inline std::string Region(std::string const& center, std::string const& points) {
+    return "<region score=\"0.9\" name=\"r0\" area=\"4\" perimeter=\"8\" center=\"" + center +
+           "\" covers=\"\" coverage=\"\" points=\"" + points + "\"/>";
+}
+
 inline std::string Resource(std::string const& name, std::string const& uuid,
                             std::string const& extra = "") {
     return "<resource name=\"" + name + "\" type=\"image\" uuid=\"" + uuid + "\"" + extra + "/>";
@@ -45,8 +51,7 @@ inline std::string Resource(std::string const& name, std::string const& uuid,
 
 // A red view of one region with two points.
 inline std::string ThreeKindsRedView() {
-    return View(Red("<region score=\"0.9\" name=\"r0\" area=\"4\" perimeter=\"8\" "
-                    "center=\"10,20\" covers=\"\" coverage=\"\" points=\"8,18 12,22\"/>"));
+    return View(Red(Region("10,20", "8,18 12,22")));
 }
 
 // A run of the three-kinds stream: a marking for each of its tools.
@@ -62,8 +67,10 @@ inline std::string ThreeKindsRunDocument() {
 
 } // namespace ResultDocs
 
-// An engine image of one byte per sample whose sample at (x, y) is x + 10 y, with a row gap of
-// three bytes.
+namespace DL = Tavrin::Vision::DeepLearning;
+
+// An engine image of one byte per sample whose sample at (x, y) is x + 10 y, rows step bytes
+// apart.
 inline std::vector<unsigned char> PatternPixels(int width, int height, int channels, int step) {
     std::vector<unsigned char> pixels(static_cast<std::size_t>(step) * height, 0xEE);
     for (int y = 0; y < height; ++y)
@@ -79,8 +86,7 @@ inline void AddResource(char const* uuid, int width, int height, int channels, i
 }
 
 // The first view of the first marking.
-inline Tavrin::Vision::DeepLearning::DLResultViewPtr
-FirstView(Tavrin::Vision::DeepLearning::DLResultPtr const& result) {
+inline DL::DLResultViewPtr FirstView(DL::DLResultPtr const& result) {
     return result->ResultImage()->ResultMarking()->Item(0)->ResultViews()->Item(0);
 }
 
@@ -92,11 +98,8 @@ inline Tavrin::Vision::Transform2DLinearPtr Linear(double a, double b, double c,
 // The overlay that a last-run record draws over its input image.
 inline std::shared_ptr<Tavrin::Vision::GraphicCollection>
 LastRunOverlay(Tavrin::Vision::RecordPtr const& lastRun) {
-    auto const input = lastRun->SubRecords()->ItemByKey("InputImage");
-    return input->SubRecords()
-        ->Item(0)
-        ->Content()
-        .get_value<std::shared_ptr<Tavrin::Vision::GraphicCollection>>();
+    auto const overlay = lastRun->SubRecords()->ItemByKey("InputImage")->SubRecords()->Item(0);
+    return overlay->Content().get_value<std::shared_ptr<Tavrin::Vision::GraphicCollection>>();
 }
 
 // An operator on a workspace of one stream with a red, a green and a blue tool.
@@ -107,7 +110,7 @@ protected:
     void SetUp() override {
         EngineTest::SetUp();
         WorkspaceFiles::AddThreeKindsFile(File);
-        op_ = Tavrin::Brnt::CreateObject<Tavrin::Vision::DeepLearning::DLOperator>();
+        op_ = Tavrin::Brnt::CreateObject<DL::DLOperator>();
         op_->LoadWorkspace(File);
     }
     // The last clone closes the engine workspace, which must happen before the engine forgets it.
@@ -116,19 +119,18 @@ protected:
         EngineTest::TearDown();
     }
 
-    Tavrin::Vision::DeepLearning::DLToolRuntimeParamsPtr Tool(char const* id) {
-        return Tavrin::Vision::DeepLearning::Private::DeepLearningAccess::FindTool(
-            *op_->Workspace(), id);
+    DL::DLToolRuntimeParamsPtr Tool(char const* id) {
+        return DL::Private::DeepLearningAccess::FindTool(*op_->Workspace(), id);
     }
     // The result that the stream decodes from an engine document.
-    Tavrin::Vision::DeepLearning::DLResultPtr
+    DL::DLResultPtr
     Decode(std::string const& document,
            Tavrin::Vision::Transform2DLinearPtr const& transform = Linear(1, 0, 0, 1, 0, 0)) {
-        return Tavrin::Vision::DeepLearning::Private::DeepLearningAccessTestPeer::
-            ParseResultKeloXml(*op_->Workspace()->Streams()->Item(0), document.c_str(), transform);
+        return DL::Private::DeepLearningAccessTestPeer::ParseResultKeloXml(
+            *op_->Workspace()->Streams()->Item(0), document.c_str(), transform);
     }
 
-    std::shared_ptr<Tavrin::Vision::DeepLearning::DLOperator> op_;
+    std::shared_ptr<DL::DLOperator> op_;
 };
 
 // A runtime tool on the three-kinds workspace, beside the fixture's operator, with the engine
@@ -138,7 +140,7 @@ protected:
     void SetUp() override {
         ThreeKindsOperatorTest::SetUp();
         testkelo_set_result_document(ResultDocs::ThreeKindsRunDocument().c_str());
-        tool_ = Tavrin::Brnt::CreateObject<Tavrin::Vision::DeepLearning::DLRuntimeTool>();
+        tool_ = Tavrin::Brnt::CreateObject<DL::DLRuntimeTool>();
         tool_->LoadWorkspace(File);
         tool_->setInputImage(image_);
     }
@@ -149,13 +151,13 @@ protected:
 
 public:
     // A tool of the runtime tool's own workspace clone.
-    Tavrin::Vision::DeepLearning::DLToolRuntimeParamsPtr LiveTool(char const* id) {
-        return Tavrin::Vision::DeepLearning::Private::DeepLearningAccess::FindTool(
+    DL::DLToolRuntimeParamsPtr LiveTool(char const* id) {
+        return DL::Private::DeepLearningAccess::FindTool(
             *tool_->DeepLearningOperator()->Workspace(), id);
     }
 
 protected:
     std::shared_ptr<Tavrin::Vision::Image8Grey> image_ =
         Tavrin::Brnt::CreateObject<Tavrin::Vision::Image8Grey>(64, 48);
-    std::shared_ptr<Tavrin::Vision::DeepLearning::DLRuntimeTool> tool_;
+    std::shared_ptr<DL::DLRuntimeTool> tool_;
 };

@@ -1,5 +1,7 @@
 #include <functional>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "GraphicsTestSupport.h"
@@ -41,8 +43,7 @@ TEST_F(RunRecords, CurrentRecordShowsTheInputImage) {
     auto const records = tool_->CreateCurrentRecord()->SubRecords();
     ASSERT_EQ(records->Count(), 1);
     auto const input = records->Item(0);
-    EXPECT_EQ(input->Key(), "InputImage");
-    EXPECT_EQ(input->Annotation(), "InputImage");
+    EXPECT_EQ((Texts{input->Key(), input->Annotation()}), (Texts{"InputImage", "InputImage"}));
     EXPECT_EQ(input->ValueType(), rttr::type::get<IImage>());
     EXPECT_EQ(input->Usage(), Tavrin::Vision::RecordUsageConstants_Image);
     EXPECT_FALSE(input->Dynamic());
@@ -115,12 +116,7 @@ TEST_F(RunRecords, EachShowFlagSwitchesItsGraphicsOff) {
     auto green = [this] {
         return std::dynamic_pointer_cast<DLQuickGreenToolRuntimeParams>(LiveTool("green-uuid"));
     };
-    struct Case {
-        char const* name;
-        std::function<void()> hide;
-        std::string sketch;
-    };
-    Case const cases[] = {
+    std::tuple<char const*, std::function<void()>, std::string> const cases[] = {
         {"red region", [&] { red()->setShowRegion(false); }, "polygon rect rect " + RedGreenLabel},
         {"red graphics", [&] { red()->setShowGraphics(false); },
          "rect rect rect rect " + RedGreenLabel},
@@ -129,35 +125,31 @@ TEST_F(RunRecords, EachShowFlagSwitchesItsGraphicsOff) {
         {"green graphics", [&] { green()->setShowGraphics(false); },
          "rect rect polygon rect rect "},
     };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (auto const& [name, hide, sketch] : cases) {
+        SCOPED_TRACE(name);
         TearDown();
         SetUp();
-        c.hide();
+        hide();
         RunOn(RedGreenDocument);
-        EXPECT_EQ(Sketched(*Graphics()), c.sketch);
+        EXPECT_EQ(Sketched(*Graphics()), sketch);
     }
 }
 
 TEST_F(RunRecords, GreenLabelShowsTheBestThreeTagsInPercent) {
-    struct Case {
-        std::string tags;
-        char const* text;
-    };
     auto tag = [](char const* name, char const* score) {
         return std::string("<tag name=\"") + name + "\" score=\"" + score + "\"/>";
     };
-    Case const cases[] = {
+    std::pair<std::string, char const*> const cases[] = {
         {"", "Marked: "},
         {tag("a", "0.5"), "Marked: a 50.0%"},
         {tag("a", "0.7") + tag("b", "0.123") + tag("c", "0.9") + tag("d", "0.05") +
              tag("e", "0.70001"),
          "Marked: c 90.0%, e 70.0%, a 70.0%"},
     };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.text);
-        RunOn(Document(Marking(GreenView(c.tags), "green-uuid")));
-        EXPECT_EQ(Sketched(*Graphics()), std::string("rect rect '") + c.text + "' ");
+    for (auto const& [tags, text] : cases) {
+        SCOPED_TRACE(text);
+        RunOn(Document(Marking(GreenView(tags), "green-uuid")));
+        EXPECT_EQ(Sketched(*Graphics()), std::string("rect rect '") + text + "' ");
     }
 }
 

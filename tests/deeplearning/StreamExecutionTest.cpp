@@ -1,6 +1,7 @@
 #include <array>
 #include <set>
 #include <stdexcept>
+#include <tuple>
 
 #include <Vision/Core/Image16Grey.h>
 #include <Vision/Core/Image24PlanarColor.h>
@@ -29,20 +30,13 @@ public:
     std::shared_ptr<IImage> Copy(bool) const override { return nullptr; }
 };
 
-// Images, buffers and samples the engine holds.
+// Images, buffers and samples the engine holds beyond those held before.
 using Outstanding = std::array<int, 3>;
 
-Outstanding Held() {
-    return {testkelo_count(TESTKELO_IMAGES), testkelo_count(TESTKELO_BUFFERS),
-            testkelo_count(TESTKELO_SAMPLES)};
-}
-
-// What the engine holds beyond what it held before.
-Outstanding HeldSince(Outstanding const& before) {
-    Outstanding held = Held();
-    for (std::size_t kind = 0; kind < held.size(); ++kind)
-        held[kind] -= before[kind];
-    return held;
+Outstanding Held(Outstanding const& before = {}) {
+    return {testkelo_count(TESTKELO_IMAGES) - before[0],
+            testkelo_count(TESTKELO_BUFFERS) - before[1],
+            testkelo_count(TESTKELO_SAMPLES) - before[2]};
 }
 
 // The entry points called, without their arguments, from the first kelo_init_image on, leaving
@@ -120,46 +114,29 @@ TEST_F(StreamExecution, AnImageOfAnotherClassIsRefused) {
     EXPECT_EQ(testkelo_call_count("kelo_runtime_create_sample"), 0);
 }
 
-struct FailureRow {
-    char const* entryPoint;
-    int code;
-    bool initialize; // DeepLearningInitializeException rather than its base
-    // What stays held beyond what was held before the run.
-    int images, buffers, samples;
-    char const* message;
-};
-
-// Each failing engine call of a run: its exception and what stays held in the engine. A failed
-// run leaves its sample until the workspace closes.
+// Each failing engine call of a run: its code and what stays held in the engine beyond what was
+// held before. A failed run leaves its sample until the workspace closes.
 TEST_F(StreamExecution, EachFailingStepReportsAndReleasesInItsOrder) {
-    FailureRow const rows[] = {
-        {"kelo_init_image", 21, false, 0, 0, 0,
-         "Failed to Initialize Solvarine Deep Learning Image"},
-        {"kelo_runtime_create_sample", 15, false, 0, 0, 0, "Failed to Create Sample: boom"},
-        {"kelo_runtime_sample_add_image", 16, false, 0, 0, 1,
-         "Failed to Add Image to Sample: boom"},
-        {"kelo_runtime_sample_process", 17, false, 0, 0, 1,
-         "Failed to Run Solvarine Deep Learning Stream: boom"},
-        {"kelo_init_buffer", 2, true, 1, 0, 1,
-         "Could not initialize Solvarine Deep Learning buffer"},
-        {"kelo_runtime_get_sample", 18, false, 0, 0, 1, "Failed to Get the Execution result: boom"},
-        {"kelo_free_buffer", 19, false, 0, 1, 0,
-         "Failed to Free Solvarine Deep Learning Image: boom"},
+    std::tuple<char const*, int, Outstanding> const rows[] = {
+        {"kelo_init_image", 21, {0, 0, 0}},
+        {"kelo_runtime_create_sample", 15, {0, 0, 0}},
+        {"kelo_runtime_sample_add_image", 16, {0, 0, 1}},
+        {"kelo_runtime_sample_process", 17, {0, 0, 1}},
+        {"kelo_init_buffer", 2, {1, 0, 1}},
+        {"kelo_runtime_get_sample", 18, {0, 0, 1}},
+        {"kelo_free_buffer", 19, {0, 1, 0}},
     };
-    for (FailureRow const& row : rows) {
-        SCOPED_TRACE(row.entryPoint);
+    for (auto const& [entryPoint, code, held] : rows) {
+        SCOPED_TRACE(entryPoint);
         Outstanding const before = Held();
-        testkelo_fail(row.entryPoint, 1, TESTKELO_REFUSED, "boom");
+        testkelo_fail(entryPoint, 1, TESTKELO_REFUSED, "boom");
         try {
             op_->Execute(*image_);
             ADD_FAILURE() << "nothing thrown";
         } catch (DeepLearningException const& e) {
-            EXPECT_EQ(e.Code(), row.code);
-            EXPECT_EQ(e.Message(), row.message);
-            EXPECT_EQ(dynamic_cast<DeepLearningInitializeException const*>(&e) != nullptr,
-                      row.initialize);
+            EXPECT_EQ(e.Code(), code);
         }
-        EXPECT_EQ(HeldSince(before), (Outstanding{row.images, row.buffers, row.samples}));
+        EXPECT_EQ(Held(before), held);
         EXPECT_TRUE(op_->Execute(*image_)) << "the lock and the engine are free again";
     }
 }
@@ -169,7 +146,7 @@ TEST_F(StreamExecution, ADecodingFailureReachesTheCallerUnchanged) {
     std::string const bad = Document(Marking(ThreeKindsRedView(), "red-uuid", "ms"));
     testkelo_set_result_document(bad.c_str());
     EXPECT_THROW(op_->Execute(*image_), std::invalid_argument);
-    EXPECT_EQ(HeldSince(before), (Outstanding{0, 0, 1}));
+    EXPECT_EQ(Held(before), (Outstanding{0, 0, 1}));
 }
 
 TEST_F(StreamExecution, AParameterRefusedBeforeTheRunMakesNoSample) {

@@ -24,106 +24,67 @@ using VisionTest::MessageOf;
 
 constexpr long long Graphics = DLToolRuntimeParams::SfGraphicsSettings;
 
-TEST(ToolParameterFlags, RedSettersRaiseTheirOwnClassesBits) {
-    using Focused = DLFocusedModeRedToolRuntimeParams;
-    auto focused = MakeTool<Focused>();
-    FlagLog focusedLog(*focused);
-    focused->setSamplingDensity(1);
-    focused->setUpperThreshold(0.75);
-    focused->setLowerThreshold(0.25);
-    focused->setRegionFilter("area>3");
-    focused->setIterations(4);
-    focused->setShowGraphics(false);
-    EXPECT_EQ(focusedLog.words(),
-              (Words{Focused::SfSamplingDensity, Focused::SfUpperThreshold,
-                     Focused::SfLowerThreshold, Focused::SfRegionFilter, Focused::SfIterations,
-                     Focused::SfShowGraphics | Graphics}));
-
-    using Hdm = DLHdmRedToolRuntimeParams;
-    auto hdm = MakeTool<Hdm>();
-    FlagLog hdmLog(*hdm);
-    hdm->setUpperThreshold(0.75);
-    hdm->setLowerThreshold(0.25);
-    hdm->setRegionFilter("area>3");
-    hdm->setDownsamplingSize(-2);
-    hdm->setShowGraphics(false);
-    EXPECT_EQ(hdmLog.words(),
-              (Words{Hdm::SfUpperThreshold, Hdm::SfLowerThreshold, Hdm::SfRegionFilter,
-                     Hdm::SfDownsamplingSize, Hdm::SfShowGraphics | Graphics}));
-    EXPECT_EQ(hdm->DownsamplingSize(), -2);
-
-    using Quick = DLQuickRedToolRuntimeParams;
-    auto quick = MakeTool<Quick>();
-    FlagLog quickLog(*quick);
-    quick->setUpperThreshold(0.75);
-    quick->setLowerThreshold(0.25);
-    quick->setRegionFilter("area>3");
-    quick->setShowGraphics(false);
-    EXPECT_EQ(quickLog.words(), (Words{Quick::SfUpperThreshold, Quick::SfLowerThreshold,
-                                       Quick::SfRegionFilter, Quick::SfShowGraphics | Graphics}));
+// The words that a new tool of the setter's class raises while the setter stores the value.
+template <class Tool, class Value>
+Words Raised(void (Tool::*setter)(Value), std::decay_t<Value> const& value) {
+    auto const tool = MakeTool<Tool>();
+    FlagLog const log(*tool);
+    ((*tool).*setter)(value);
+    return log.words();
 }
 
-TEST(ToolParameterFlags, GreenAndBlueSettersRaiseTheirOwnClassesBits) {
-    using Focused = DLFocusedModeGreenToolRuntimeParams;
-    auto focused = MakeTool<Focused>();
-    FlagLog focusedLog(*focused);
-    focused->setSamplingDensity(1);
-    focused->setThreshold(0.5);
-    focused->setShowGraphics(false);
-    EXPECT_EQ(focusedLog.words(), (Words{Focused::SfSamplingDensity, Focused::SfThreshold,
-                                         Focused::SfShowGraphics | Graphics}));
-
-    using Quick = DLQuickGreenToolRuntimeParams;
-    auto quick = MakeTool<Quick>();
-    FlagLog quickLog(*quick);
-    quick->setThreshold(0.5);
-    quick->setShowGraphics(false);
-    quick->setGenerateHeatmap(true);
-    EXPECT_EQ(quickLog.words(), (Words{Quick::SfThreshold, Quick::SfShowGraphics | Graphics,
-                                       Quick::SfGenerateHeatmap}));
-
+// Each setter raises its own bit, graphics settings also the graphics bit. The same bit means
+// different things in sibling classes; these are the values hosts see.
+TEST(ToolParameterFlags, EachSetterRaisesItsClassesOwnBit) {
+    using FocusedRed = DLFocusedModeRedToolRuntimeParams;
+    using HdmRed = DLHdmRedToolRuntimeParams;
+    using QuickRed = DLQuickRedToolRuntimeParams;
+    using FocusedGreen = DLFocusedModeGreenToolRuntimeParams;
+    using HdmGreen = DLHdmGreenToolRuntimeParams;
+    using QuickGreen = DLQuickGreenToolRuntimeParams;
     using Read = DLBlueReadToolRuntimeParams;
-    auto read = MakeTool<Read>();
-    FlagLog readLog(*read);
-    read->setThreshold(0.5);
-    read->setFeatureFilter("f");
-    read->setPrecision(0.5);
-    read->setFeatureSize(CreateObject<Vect2>(1, 2));
-    read->setShowFeatures(false);
-    read->setShowModels(false);
-    EXPECT_EQ(readLog.words(), (Words{Read::SfThreshold, Read::SfFeatureFilter, Read::SfPrecision,
-                                      Read::SfFeatureSize, Read::SfShowFeatures | Graphics,
-                                      Read::SfShowModels | Graphics}));
-
-    auto blue = MakeTool<DLBlueToolRuntimeParams>();
-    FlagLog blueLog(*blue);
-    blue->setSamplingDensity(1);
-    blue->setShowRegion(false);
-    blue->setAddImageRecords(false);
-    EXPECT_EQ(blueLog.words(), (Words{DLBlueToolRuntimeParams::SfSamplingDensity,
-                                      DLToolRuntimeParams::SfShowRegion | Graphics,
-                                      DLToolRuntimeParams::SfAddImageRecords}));
-}
-
-// The same bit means different things in sibling classes; these are the values hosts see.
-TEST(ToolParameterFlags, SiblingClassesNumberTheirBitsApart) {
+    using Blue = DLBlueToolRuntimeParams;
+    std::pair<Words, long long> const cases[] = {
+        {Raised(&FocusedRed::setSamplingDensity, 1), 8},
+        {Raised(&FocusedRed::setUpperThreshold, 0.75), 16},
+        {Raised(&FocusedRed::setLowerThreshold, 0.25), 32},
+        {Raised(&FocusedRed::setRegionFilter, "area>3"), 64},
+        {Raised(&FocusedRed::setIterations, 4), 128},
+        {Raised(&FocusedRed::setShowGraphics, false), 256 | Graphics},
+        {Raised(&HdmRed::setUpperThreshold, 0.75), 8},
+        {Raised(&HdmRed::setLowerThreshold, 0.25), 16},
+        {Raised(&HdmRed::setRegionFilter, "area>3"), 32},
+        {Raised(&HdmRed::setDownsamplingSize, -2), 64},
+        {Raised(&HdmRed::setShowGraphics, false), 128 | Graphics},
+        {Raised(&QuickRed::setUpperThreshold, 0.75), 8},
+        {Raised(&QuickRed::setLowerThreshold, 0.25), 16},
+        {Raised(&QuickRed::setRegionFilter, "area>3"), 32},
+        {Raised(&QuickRed::setShowGraphics, false), 64 | Graphics},
+        {Raised(&FocusedGreen::setSamplingDensity, 1), 8},
+        {Raised(&FocusedGreen::setThreshold, 0.5), 16},
+        {Raised(&FocusedGreen::setShowGraphics, false), 32 | Graphics},
+        {Raised(&HdmGreen::setShowGraphics, false), 16 | Graphics},
+        {Raised(&QuickGreen::setThreshold, 0.5), 8},
+        {Raised(&QuickGreen::setShowGraphics, false), 16 | Graphics},
+        {Raised(&QuickGreen::setGenerateHeatmap, true), 32},
+        {Raised(&Read::setThreshold, 0.5), 8},
+        {Raised(&Read::setFeatureFilter, "f"), 16},
+        {Raised(&Read::setPrecision, 0.5), 32},
+        {Raised(&Read::setFeatureSize, CreateObject<Vect2>(1, 2)), 64},
+        {Raised(&Read::setShowFeatures, false), 128 | Graphics},
+        {Raised(&Read::setShowModels, false), 256 | Graphics},
+        {Raised(&Blue::setSamplingDensity, 1), 8},
+        {Raised(&Blue::setShowModels, false), 512 | Graphics},
+        {Raised(&DLToolRuntimeParams::setShowRegion, false), 2 | Graphics},
+        {Raised(&DLToolRuntimeParams::setAddImageRecords, false), 4},
+    };
+    for (std::size_t row = 0; row < std::size(cases); ++row)
+        EXPECT_EQ(cases[row].first, Words{cases[row].second}) << "row " << row;
     EXPECT_EQ(
-        (Words{DLFocusedModeRedToolRuntimeParams::SfShowGraphics,
-               DLHdmRedToolRuntimeParams::SfShowGraphics,
-               DLQuickRedToolRuntimeParams::SfShowGraphics,
-               DLFocusedModeGreenToolRuntimeParams::SfShowGraphics,
-               DLHdmGreenToolRuntimeParams::SfShowGraphics, DLBlueToolRuntimeParams::SfShowModels,
-               DLBlueReadToolRuntimeParams::SfShowModels,
-               DLFocusedModeRedToolRuntimeParams::SfUpperThreshold,
-               DLHdmRedToolRuntimeParams::SfUpperThreshold}),
-        (Words{256, 128, 64, 32, 16, 512, 256, 16, 8}));
-    EXPECT_EQ((Words{DLFocusedModeRedToolRuntimeParams::sfNextSf_,
-                     DLHdmRedToolRuntimeParams::sfNextSf_, DLQuickRedToolRuntimeParams::sfNextSf_,
-                     DLFocusedModeGreenToolRuntimeParams::sfNextSf_,
-                     DLQuickGreenToolRuntimeParams::sfNextSf_, DLBlueToolRuntimeParams::sfNextSf_,
-                     DLBlueReadToolRuntimeParams::sfNextSf_, DLBlueModel::sfNextSf_,
-                     DLBlueRegexModel::sfNextSf_, DLStream::sfNextSf_}),
-              (Words{512, 256, 128, 64, 64, 1024, 512, 2, 8, 2}));
+        (Words{FocusedRed::sfNextSf_, HdmRed::sfNextSf_, QuickRed::sfNextSf_,
+               FocusedGreen::sfNextSf_, QuickGreen::sfNextSf_, Blue::sfNextSf_, Read::sfNextSf_,
+               DLBlueModel::sfNextSf_, DLBlueRegexModel::sfNextSf_, DLStream::sfNextSf_}),
+        (Words{512, 256, 128, 64, 64, 1024, 512, 2, 8, 2}));
 }
 
 TEST(ToolParameterSetters, AnEqualValueRaisesNothingWhileNaNAlwaysCounts) {
@@ -143,6 +104,7 @@ TEST(ToolParameterSetters, AnEqualValueRaisesNothingWhileNaNAlwaysCounts) {
 
     auto regex = MakeModel<DLBlueRegexModel>("r");
     FlagLog regexLog(*regex);
+    regex->setEnable(false);
     regex->setRegexExpression("[A-Z]+");
     regex->setRegexExpression("[A-Z]+");
     EXPECT_EQ(regexLog.words(), (Words{DLBlueRegexModel::SfRegexExpression}));
@@ -189,18 +151,6 @@ TEST(ToolParameterSetters, FeatureSizeKeepsAnEqualObjectAndCountsEveryNull) {
     EXPECT_EQ(log.words(), (Words(3, DLBlueToolRuntimeParams::SfFeatureSize)));
 }
 
-TEST(ToolParameterTree, ANewToolHasAnEmptyChildListAndBothDisplayFlagsSet) {
-    auto tool = MakeTool<DLToolRuntimeParams>();
-    ASSERT_NE(tool->ChildTools(), nullptr);
-    EXPECT_EQ(tool->ChildTools()->Count(), 0);
-    EXPECT_TRUE(tool->ShowRegion());
-    EXPECT_TRUE(tool->AddImageRecords());
-    EXPECT_EQ(tool->Parent(), nullptr);
-    auto model = MakeModel<DLBlueLayoutModel>("l", tool);
-    EXPECT_FALSE(model->Enable());
-    EXPECT_EQ(model->Parent(), tool);
-}
-
 TEST(ToolParameterArchive, ALoadedToolKeepsItsFieldsAndGivesItsChildrenTheirParent) {
     auto child = MakeTool<DLHdmRedToolRuntimeParams>("child");
     child->setUpperThreshold(0.75);
@@ -213,7 +163,6 @@ TEST(ToolParameterArchive, ALoadedToolKeepsItsFieldsAndGivesItsChildrenTheirPare
     parent->setThreshold(0.4);
 
     auto copy = ToolTest::RoundTrip(parent);
-    ASSERT_NE(copy, parent);
     EXPECT_EQ(copy->Name(), "parent");
     EXPECT_EQ(copy->Id(), "parent-uuid");
     EXPECT_FALSE(copy->ShowRegion());
@@ -244,11 +193,6 @@ template <class Exception> std::string Failure(std::string const& text, Threshol
     return MessageOf<Exception>([&] { ParseThresholdText(text, pair.first, pair.second); });
 }
 
-TEST(RedThresholdText, ReadsBothNumbersSkippingTheFirstAndLastCharacterUnseen) {
-    EXPECT_EQ(Parse("x1,2y"), Thresholds(1, 2));
-    EXPECT_EQ(Parse("[ 0.5 , 1e-1]"), Thresholds(0.5, 0.1));
-}
-
 // Reals go to the engine exactly as printf's "%f" writes them, rounding and extremes included.
 TEST(ParameterText, FormatsRealsAsPrintfFixed) {
     using Limits = std::numeric_limits<double>;
@@ -261,7 +205,11 @@ TEST(ParameterText, FormatsRealsAsPrintfFixed) {
     }
 }
 
-TEST(RedThresholdText, FailsWithTheStandardTextsAndKeepsALowerParsedBefore) {
+// Both numbers are read with the first and last character skipped unseen; a failure keeps a lower
+// threshold parsed before it.
+TEST(RedThresholdText, ReadsBothNumbersOrFailsWithTheStandardTexts) {
+    EXPECT_EQ(Parse("x1,2y"), Thresholds(1, 2));
+    EXPECT_EQ(Parse("[ 0.5 , 1e-1]"), Thresholds(0.5, 0.1));
     Thresholds pair{-1, -1};
     EXPECT_EQ(Failure<std::out_of_range>("", pair), "invalid string position");
     EXPECT_EQ(Failure<std::invalid_argument>("[0.25]", pair), "invalid stod argument");

@@ -10,6 +10,7 @@
 #include "Vision/DeepLearning/DLToolRuntimeParams.h"
 #include "Vision/DeepLearning/DLToolRuntimeParamsReadOnlyCollection.h"
 #include "VisionTestSupport.h"
+#include "WorkspaceFiles.h"
 
 namespace ToolTest {
 
@@ -43,22 +44,17 @@ MakeModel(std::string const& name,
 inline std::vector<std::string> ParameterTraffic(std::string const& entryPoint,
                                                  std::string const& tool) {
     std::vector<std::string> traffic;
-    std::string const prefix = entryPoint + "(";
     for (std::string const& call : TestKelo::LoggedCalls()) {
-        if (call.rfind(prefix, 0) != 0)
+        if (call.rfind(entryPoint + "(", 0) != 0)
             continue;
         // workspace,stream,tool,path[,value]; only the value may hold commas.
-        std::string rest = call.substr(prefix.size(), call.size() - prefix.size() - 1);
-        for (int field = 0; field < 2; ++field)
-            rest.erase(0, rest.find(',') + 1);
-        std::size_t const toolEnd = rest.find(',');
-        if (rest.substr(0, toolEnd) != tool)
+        auto const arguments = WorkspaceFiles::Arguments(call);
+        if (arguments[2] != tool)
             continue;
-        rest.erase(0, toolEnd + 1);
-        std::size_t const pathEnd = rest.find(',');
-        traffic.push_back(pathEnd == std::string::npos
-                              ? rest
-                              : rest.substr(0, pathEnd) + "=" + rest.substr(pathEnd + 1));
+        std::string text = arguments[3];
+        for (std::size_t value = 4; value < arguments.size(); ++value)
+            text += (value == 4 ? "=" : ",") + arguments[value];
+        traffic.push_back(text);
     }
     return traffic;
 }

@@ -62,8 +62,7 @@ inline std::vector<std::string> Arguments(std::string const& call) {
     std::vector<std::string> arguments;
     std::string rest = call.substr(call.find('(') + 1);
     rest.pop_back();
-    for (std::size_t comma; (comma = rest.find(',')) != std::string::npos;
-         rest.erase(0, comma + 1))
+    for (std::size_t comma; (comma = rest.find(',')) != std::string::npos; rest.erase(0, comma + 1))
         arguments.push_back(rest.substr(0, comma));
     arguments.push_back(rest);
     return arguments;

@@ -16,12 +16,13 @@ namespace {
 using Tavrin::Vision::SerializerOptionsConstants_None;
 using Tavrin::Vision::VisionBinaryInputArchive;
 
+using VisionTest::SavedTogether;
+using Loads = std::vector<std::pair<std::function<void()>, char const*>>;
+
 // The text of the archive's refusal of the load.
-template <class Load> std::string Refusal(Load&& load) {
+std::string Refusal(std::function<void()> const& load) {
     return VisionTest::MessageOf<cereal::Exception>(load);
 }
-
-using VisionTest::SavedTogether;
 
 template <class T> T LoadedFrom(std::string const& bytes) {
     T loaded;
@@ -33,11 +34,7 @@ template <class T> T LoadedFrom(std::string const& bytes) {
 // allocation of that size would fail, or take the host's memory, long before the short read.
 TEST(Archive, RefusesCountsBeyondTheBytesLeft) {
     std::string const huge = SavedTogether(std::uint64_t{1} << 40);
-    struct Case {
-        std::function<void()> load;
-        char const* name;
-    };
-    std::vector<Case> const cases = {
+    Loads const loads = {
         {[&] { LoadedFrom<std::string>(huge); }, "string"},
         {[&] { LoadedFrom<std::vector<Tavrin::Vision::RecordPtr>>(huge); }, "collection"},
         {[&] { LoadedFrom<std::vector<double>>(huge); }, "numbers"},
@@ -49,25 +46,21 @@ TEST(Archive, RefusesCountsBeyondTheBytesLeft) {
          },
          "image pels"},
     };
-    for (Case const& c : cases) {
-        SCOPED_TRACE(c.name);
-        std::string const refusal = Refusal(c.load);
-        EXPECT_EQ(refusal.rfind("Failed to read ", 0), 0u) << refusal;
+    for (auto const& [load, name] : loads) {
+        std::string const refusal = Refusal(load);
+        EXPECT_EQ(refusal.rfind("Failed to read ", 0), 0u) << name << ": " << refusal;
     }
 }
 
-// The string comes last, so its length is exactly the bytes left.
-TEST(Archive, ReadsCountsTheInputHolds) {
+// The string comes last, so its length is exactly the bytes left. Any byte but 0 and 1 would
+// make a bool that no program may hold.
+TEST(Archive, ReadsCountsTheInputHoldsAndOnlyZeroAndOneAsBools) {
     std::string text;
     std::vector<double> values;
     VisionTest::LoadTogether(SavedTogether(std::vector<double>{1.5, 2.5}, std::string("pels")),
                              values, text);
-    EXPECT_EQ(text, "pels");
-    EXPECT_EQ(values, (std::vector<double>{1.5, 2.5}));
-}
-
-// Any other byte would make a bool that no program may hold.
-TEST(Archive, ReadsOnlyZeroAndOneAsBools) {
+    EXPECT_EQ(std::make_pair(values, text),
+              std::make_pair(std::vector<double>{1.5, 2.5}, std::string("pels")));
     EXPECT_TRUE(LoadedFrom<bool>(SavedTogether(std::uint8_t{1})));
     EXPECT_FALSE(LoadedFrom<bool>(SavedTogether(std::uint8_t{0})));
     EXPECT_EQ(Refusal([] { LoadedFrom<bool>(SavedTogether(std::uint8_t{213})); }),
@@ -97,25 +90,17 @@ std::uint32_t constexpr Declares = 0x80000000u;
 // A damaged archive may name any id anywhere; only a finished object of the same type is
 // handed out, so loading never makes an object own itself nor casts one to what it is not.
 TEST(Archive, RefusesPointerIdsThatNameNoFinishedObjectOfTheType) {
-    struct Case {
-        char const* name;
-        std::function<void()> load;
-        char const* fault;
+    Loads const loads = {
+        {[] { LoadedFrom<Node>(SavedTogether(Declares | 1, 1u)); },
+         "names an object that is still loading"},
+        {[] { LoadedFrom<Pair<Leaf>>(SavedTogether(Declares | 1, 0u, 1u)); },
+         "names an object of another type"},
+        {[] { LoadedFrom<Pair<Node>>(SavedTogether(Declares | 1, 0u, Declares | 1, 0u)); },
+         "is declared twice"},
     };
-    std::vector<Case> const cases = {
-        {"itself while loading", [] { LoadedFrom<Node>(SavedTogether(Declares | 1, 1u)); },
-         "Id 1 names an object that is still loading"},
-        {"another type", [] { LoadedFrom<Pair<Leaf>>(SavedTogether(Declares | 1, 0u, 1u)); },
-         "Id 1 names an object of another type"},
-        {"declared twice",
-         [] { LoadedFrom<Pair<Node>>(SavedTogether(Declares | 1, 0u, Declares | 1, 0u)); },
-         "Id 1 is declared twice"},
-    };
-    for (Case const& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(Refusal(c.load),
-                  std::string("Error while trying to deserialize a smart pointer. ") + c.fault);
-    }
+    for (auto const& [load, fault] : loads)
+        EXPECT_EQ(Refusal(load),
+                  std::string("Error while trying to deserialize a smart pointer. Id 1 ") + fault);
 }
 
 struct Child;

@@ -40,12 +40,8 @@ std::vector<double> Mapped(ITransform2D const& transform, double x, double y) {
 TEST(Vect2, SharedPointerEqualityComparesValues) {
     Vect2Ptr const a = CreateObject<Vect2>(1.5, -2), b = CreateObject<Vect2>(1.5, -2);
     Vect2Ptr const other = CreateObject<Vect2>(1.5, 2), none;
-    EXPECT_TRUE(a == b);
-    EXPECT_FALSE(a != b);
-    EXPECT_TRUE(a != other);
-    EXPECT_TRUE(none == Vect2Ptr());
-    EXPECT_FALSE(a == none);
-    EXPECT_FALSE(none == a);
+    EXPECT_EQ((std::vector<bool>{a == b, a != other, none == Vect2Ptr(), a == none, none == a}),
+              (std::vector<bool>{true, true, true, false, false}));
 }
 
 TEST(RectangleAffine, RotatedAndSkewedCornersMatchHandWorkedValues) {
@@ -100,6 +96,12 @@ TEST(RectangleAffine, MapLinearIsExactUnderShearAndReflection) {
     EXPECT_DOUBLE_EQ(mirrored->Skew(), -M_PI);
 }
 
+// Origin, side lengths, rotation and skew.
+std::vector<double> Parameters(RectangleAffine const& r) {
+    return {r.CornerOriginX(), r.CornerOriginY(), r.SideXLength(),
+            r.SideYLength(),   r.Rotation(),      r.Skew()};
+}
+
 // Built without the intermediate rectangle, yet equal to the last bit to mapping one.
 TEST(RectangleAffine, MappingFromACenterEqualsMappingTheRectangleOfThatCenter) {
     struct Case {
@@ -119,12 +121,7 @@ TEST(RectangleAffine, MappingFromACenterEqualsMappingTheRectangleOfThatCenter) {
         auto expected = source->MapLinear(*c.transform, CopyShapeConstants_GeometryOnly);
         auto actual = RectangleAffine::MapCenterLengthsRotationSkew(*c.transform, 10.5, -3, 20, 30,
                                                                     c.rotation, c.skew);
-        EXPECT_EQ((std::vector<double>{actual->CornerOriginX(), actual->CornerOriginY(),
-                                       actual->SideXLength(), actual->SideYLength(),
-                                       actual->Rotation(), actual->Skew()}),
-                  (std::vector<double>{expected->CornerOriginX(), expected->CornerOriginY(),
-                                       expected->SideXLength(), expected->SideYLength(),
-                                       expected->Rotation(), expected->Skew()}));
+        EXPECT_EQ(Parameters(*actual), Parameters(*expected));
     }
 }
 
@@ -219,7 +216,7 @@ TEST(MiscUtils, LinearOrElseRefusesATransformThatIsNotLinear) {
               "The transform is not linear");
 }
 
-TEST(EllipticalArc, ClockwiseSweepsAndSweepsAcrossHalfATurnCoverTheirOwnSide) {
+TEST(Regions, WithinFollowsEachShape) {
     auto arc = CreateObject<EllipticalArc>();
     arc->SetCenterXYRadiusXYRotation(0, 0, 2, 1, 0);
     // From 170 degrees on through 200: the sector straddles the negative x axis.
@@ -232,9 +229,7 @@ TEST(EllipticalArc, ClockwiseSweepsAndSweepsAcrossHalfATurnCoverTheirOwnSide) {
     arc->SetAngleStartSpan(170 * M_PI / 180, -30 * M_PI / 180);
     EXPECT_FALSE(arc->Within(-1.5, -0.2));
     EXPECT_TRUE(arc->Within(-1.5, 0.5));
-}
 
-TEST(Regions, WithinFollowsEachShape) {
     auto skewed = CreateObject<RectangleAffine>();
     skewed->SetOriginLengthsRotationSkew(1, 1, 3, 2 * std::sqrt(2.0), 0, M_PI / 4);
     EXPECT_TRUE(skewed->Within(0, 2.9));    // inside the leaning side

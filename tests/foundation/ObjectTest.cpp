@@ -30,8 +30,7 @@ public:
 TEST(CreateObject, RunsFinalConstructOnceOwned) {
     auto counter = CreateObject<Counter>();
     EXPECT_TRUE(counter->finalConstructSawOwner);
-    std::shared_ptr<Counter> typed = counter->shared_from_this();
-    EXPECT_EQ(typed.get(), counter.get());
+    EXPECT_EQ(counter->shared_from_this(), counter);
 }
 
 TEST(ChangedEvent, SuspensionGathersBitsIntoOneEventAtLastResume) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <tuple>
 
 #include <rttr/registration>
 
@@ -26,9 +27,7 @@ public:
     void setGain(double gain) { gain_ = gain; }
     void setDiagFlags(unsigned int flags) { StoreLastRunRecordDiagEnable(flags); }
 
-    std::function<ToolResultConstants(std::string&)> behaviour = [](std::string&) {
-        return ToolResultConstants_Accept;
-    };
+    std::function<ToolResultConstants(std::string&)> behaviour;
     std::vector<std::string> log;
     int finalConstructs = 0;
 
@@ -92,42 +91,39 @@ struct LoggedTool {
     }
 };
 
-TEST(ToolBase, RunReportsTheResultBetweenTheRunningAndRanEvents) {
+// Each run, however it ends, lies between the two events and leaves a status of its own.
+TEST(ToolBase, RunReportsTheResultBetweenTheRunningAndRanEventsAndRethrowsFailures) {
     LoggedTool probe;
-    probe.tool->behaviour = [](std::string& message) {
+    ProbeTool& tool = *probe.tool;
+    std::vector<std::string> const runLog{"OnRunning", "Running", "InternalRun",
+                                          "OnRan",     "Ran",     "Changed 16"};
+    tool.behaviour = [](std::string& message) {
         message = "low contrast";
         return ToolResultConstants_Warning;
     };
-    probe.tool->Run();
-    EXPECT_EQ(probe.tool->log, (std::vector<std::string>{"OnRunning", "Running", "InternalRun",
-                                                         "OnRan", "Ran", "Changed 16"}));
-    auto status = probe.tool->RunStatus();
-    EXPECT_EQ(status->Result(), ToolResultConstants_Warning);
-    EXPECT_EQ(status->Message(), "low contrast");
-    EXPECT_EQ(status->ToString(), "Warning: low contrast");
-    EXPECT_GE(status->ProcessingTime(), 0.0);
-}
+    tool.Run();
+    EXPECT_EQ(tool.log, runLog);
+    auto const warning = tool.RunStatus();
+    EXPECT_EQ(warning->ToString(), "Warning: low contrast");
 
-TEST(ToolBase, FailedRunRecordsTheExceptionAndRethrowsIt) {
-    LoggedTool probe;
-    probe.tool->behaviour = [](std::string&) -> ToolResultConstants {
+    tool.log.clear();
+    tool.behaviour = [](std::string&) -> ToolResultConstants {
         throw OperatorNoInputImageException("Input image is required.");
     };
-    EXPECT_THROW(probe.tool->Run(), OperatorNoInputImageException);
-    EXPECT_EQ(probe.tool->log, (std::vector<std::string>{"OnRunning", "Running", "InternalRun",
-                                                         "OnRan", "Ran", "Changed 16"}));
-    auto status = probe.tool->RunStatus();
+    EXPECT_THROW(tool.Run(), OperatorNoInputImageException);
+    EXPECT_EQ(tool.log, runLog);
+    auto status = tool.RunStatus();
     EXPECT_EQ(status->ToString(), "Error: Input image is required.");
     ASSERT_TRUE(status->Exception());
     EXPECT_THROW(status->Exception()->ThrowException(), OperatorNoInputImageException);
 
-    probe.tool->behaviour = [](std::string&) -> ToolResultConstants {
+    tool.behaviour = [](std::string&) -> ToolResultConstants {
         throw std::runtime_error("plain failure");
     };
-    EXPECT_THROW(probe.tool->Run(), std::runtime_error);
-    EXPECT_EQ(probe.tool->RunStatus()->Message(), "plain failure");
-    EXPECT_FALSE(probe.tool->RunStatus()->Exception());
-    EXPECT_EQ(status->Message(), "Input image is required."); // an earlier status stays as it was
+    EXPECT_THROW(tool.Run(), std::runtime_error);
+    EXPECT_EQ(tool.RunStatus()->ToString(), "Error: plain failure");
+    EXPECT_FALSE(tool.RunStatus()->Exception());
+    EXPECT_EQ(warning->ToString(), "Warning: low contrast"); // an earlier status stays as it was
 }
 
 TEST(ToolBase, DisabledToolDoesNotRun) {
@@ -144,10 +140,10 @@ TEST(ToolBase, RecordsAreRootedAtTheToolAndGetItsFlagWords) {
     tool->setLastRunRecordEnable(5);
     tool->setDiagFlags(0xffffffffu);
     auto current = tool->CreateCurrentRecord();
-    EXPECT_EQ(current->Key(), "Probe");
-    EXPECT_EQ(current->Usage(), RecordUsageConstants_Tool);
-    EXPECT_EQ(current->ValueType(), rttr::type::get<ProbeTool>());
-    EXPECT_EQ(current->Annotation(), "current 3");
+    EXPECT_EQ(std::make_tuple(current->Key(), current->Usage(), current->ValueType(),
+                              current->Annotation()),
+              std::make_tuple(std::string("Probe"), RecordUsageConstants_Tool,
+                              rttr::type::get<ProbeTool>(), std::string("current 3")));
     EXPECT_EQ(tool->CreateLastRunRecord()->Annotation(), "last run 5 4294967295");
 }
 
@@ -177,8 +173,6 @@ TEST(ToolPin, ChecksNameModePathAndType) {
     EXPECT_EQ(MessageOf([&] { pin->setValue(CreateObject<ToolPin>("Other")); }),
               "The value does not fit the ToolPin type int");
     pin->setValue(7);
-    EXPECT_EQ(pin->Value().get_value<int>(), 7);
-
     pin->setMode(ToolPinModeConstants_Bound);
     EXPECT_EQ(pin->Path(), "Result");
     EXPECT_EQ(MessageOf([&] { pin->setPath("Results..Score"); }), "The ToolPin path is not valid");
@@ -194,11 +188,9 @@ TEST(ToolBase, CopyKeepsSettingsAndPinsUnderAFreshIdentity) {
     auto copy = std::dynamic_pointer_cast<ProbeTool>(tool->CopyBase(ToolCopyModeConstants_All));
     ASSERT_TRUE(copy);
     EXPECT_NE(copy->ID(), tool->ID());
-    EXPECT_EQ(copy->Name(), "Probe");
-    EXPECT_EQ(copy->Gain(), 4.0);
-    EXPECT_FALSE(copy->Enabled());
-    EXPECT_EQ(copy->LastRunRecordEnable(), 9u);
-    EXPECT_EQ(copy->RunStatus()->Result(), ToolResultConstants_NotRun);
+    EXPECT_EQ(std::make_tuple(copy->Name(), copy->Gain(), copy->Enabled(),
+                              copy->LastRunRecordEnable(), copy->RunStatus()->Result()),
+              std::make_tuple(std::string("Probe"), 4.0, false, 9u, ToolResultConstants_NotRun));
     ToolPinPtr gain = copy->Inputs()->ItemByKey("Gain");
     EXPECT_NE(gain, tool->Inputs()->ItemByKey("Gain"));
     tool->setGain(9.0);

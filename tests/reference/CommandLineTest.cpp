@@ -61,10 +61,6 @@ Outcome Cli(std::string arguments) {
             Contents(folder / "err")};
 }
 
-std::string FirstAnswer(const Outcome& run) {
-    return nlohmann::json::parse(Lines(run.out).at(0))["tools"][0]["answer"];
-}
-
 TEST(CommandLine, InfoShowsEveryToolModelAndParameterAsSet) {
     const Outcome info =
         Cli("info WS --param classes.Threshold=0.45 -p reader.text.MinimumLength=4");
@@ -85,12 +81,11 @@ TEST(CommandLine, InfoShowsEveryToolModelAndParameterAsSet) {
 }
 
 TEST(CommandLine, RefusalsAndMissingThingsEndWithAStatusAndTheReason) {
-    struct Case {
+    const struct {
         const char* arguments;
         int status;
         const char* message;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"set WS reader.Precision=1.5", 2,
          "tavrin-dl: Precision must be between 0.000000 and 1.000000\n"},
         {"run WS -p classes.Threshold=high UNSEEN/green", 2, "'high' is not a number"},
@@ -103,7 +98,7 @@ TEST(CommandLine, RefusalsAndMissingThingsEndWithAStatusAndTheReason) {
         {"info WS/missing.yml", 1, "no such workspace file"},
         {"run WS UNSEEN/red/missing.png", 1, "no such file or folder"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         const Outcome outcome = Cli(c.arguments);
         EXPECT_EQ(outcome.status, c.status) << c.arguments;
         EXPECT_NE(outcome.err.find(c.message), std::string::npos)
@@ -159,11 +154,10 @@ TEST(CommandLine, RunWritesALineARowAndAnOverlayPerImage) {
 
 TEST(CommandLine, CsvQuotesANameWithACommaAndOverlayNamesStayApart) {
     const fs::path out = Scratch("quoted");
-    fs::create_directories(out / "a");
-    fs::create_directories(out / "b");
-    const fs::path source = TrainedExample().Analyse("green", "5_0000.png");
-    fs::copy_file(source, out / "a" / "five,5.png");
-    fs::copy_file(source, out / "b" / "five,5.png");
+    for (const char* folder : {"a", "b"}) {
+        fs::create_directories(out / folder);
+        fs::copy_file(TrainedExample().Analyse("green", "5_0000.png"), out / folder / "five,5.png");
+    }
     const Outcome run =
         Cli("run WS -s classify " + (out / "a").string() + " " + (out / "b").string() + " --csv " +
             (out / "r.csv").string() + " --overlay " + (out / "overlays").string());
@@ -179,13 +173,15 @@ TEST(CommandLine, CsvQuotesANameWithACommaAndOverlayNamesStayApart) {
 }
 
 TEST(CommandLine, ParametersChangeTheAnswers) {
-    EXPECT_EQ(FirstAnswer(Cli("run WS UNSEEN/red/bad_0000.png")), "anomaly");
-    EXPECT_EQ(FirstAnswer(Cli("run WS -p defects.UpperThreshold=1 UNSEEN/red/bad_0000.png")),
-              "good");
-    EXPECT_EQ(FirstAnswer(Cli("run WS -s read UNSEEN/blue/00433_0015.png")), "00433");
-    EXPECT_EQ(FirstAnswer(
-                  Cli("run WS -s read -p reader.text.MinimumLength=6 UNSEEN/blue/00433_0015.png")),
-              "");
+    for (auto [arguments, answer] :
+         {std::pair{"UNSEEN/red/bad_0000.png", "anomaly"},
+          {"-p defects.UpperThreshold=1 UNSEEN/red/bad_0000.png", "good"},
+          {"-s read UNSEEN/blue/00433_0015.png", "00433"},
+          {"-s read -p reader.text.MinimumLength=6 UNSEEN/blue/00433_0015.png", ""}}) {
+        const Outcome run = Cli(std::string("run WS ") + arguments);
+        EXPECT_EQ(nlohmann::json::parse(Lines(run.out).at(0))["tools"][0]["answer"], answer)
+            << arguments;
+    }
 }
 
 TEST(CommandLine, BenchReportsTheRateAndTheEnginesShare) {

@@ -18,7 +18,6 @@ struct ScratchFolder {
     std::filesystem::path path =
         std::filesystem::path(KELO_TEST_WORK_DIR) / std::to_string(getpid());
     ScratchFolder() { std::filesystem::create_directories(path); }
-    ScratchFolder(const ScratchFolder&) = delete;
     ~ScratchFolder() {
         std::error_code ignored;
         std::filesystem::remove_all(path, ignored);
@@ -44,24 +43,19 @@ struct Example {
 
 inline const Example& TrainedExample() {
     static const Example example = [] {
+        using namespace KeloReference;
         static const ScratchFolder scratch;
         Example made{scratch.path, (scratch.path / "digits.yml").string(),
                      (scratch.path / "all-types.yml").string()};
-        KeloReference::WriteDigitsExample(KELO_DIGITS_SHEET, made.folder.string(),
-                                          KeloReference::ExampleCounts{});
+        WriteDigitsExample(KELO_DIGITS_SHEET, made.folder.string(), ExampleCounts{});
         const std::string training = (made.folder / "training").string();
-        KeloReference::Workspace workspace = KeloReference::TrainWorkspace(training, {});
-        KeloReference::WriteWorkspace(workspace, made.workspace);
-        KeloReference::TrainingOptions others;
-        others.redType = "red_sua";
-        others.greenType = "green_sua";
-        others.blueType = "blue";
-        for (KeloReference::Stream& stream :
-             KeloReference::TrainWorkspace(training, others).streams) {
+        Workspace workspace = TrainWorkspace(training, {});
+        WriteWorkspace(workspace, made.workspace);
+        for (Stream& stream : TrainWorkspace(training, {"red_sua", "green_sua", "blue"}).streams) {
             stream.id += "2";
             workspace.streams.push_back(std::move(stream));
         }
-        KeloReference::WriteWorkspace(workspace, made.allTypes);
+        WriteWorkspace(workspace, made.allTypes);
         return made;
     }();
     return example;
