@@ -21,7 +21,7 @@ struct Ratio {
 };
 
 // Google Benchmark's own table, keeping each benchmark's real time per iteration; repetitions of
-// one benchmark are pooled.
+// one benchmark are pooled. When only aggregates are reported, their mean stands in.
 class RatioReporter : public benchmark::ConsoleReporter {
 public:
     RatioReporter()
@@ -30,18 +30,25 @@ public:
     void ReportRuns(std::vector<Run> const& runs) override {
         ConsoleReporter::ReportRuns(runs);
         for (Run const& run : runs) {
-            if (run.run_type != Run::RT_Iteration || run.error_occurred || run.iterations == 0)
+            if (run.error_occurred)
                 continue;
-            Pooled& pooled = pooled_[run.benchmark_name()];
-            pooled.seconds += run.real_accumulated_time;
-            pooled.iterations += static_cast<double>(run.iterations);
+            if (run.run_type == Run::RT_Iteration && run.iterations != 0) {
+                Pooled& pooled = pooled_[run.run_name.str()];
+                pooled.seconds += run.real_accumulated_time;
+                pooled.iterations += static_cast<double>(run.iterations);
+            } else if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "mean") {
+                means_[run.run_name.str()] =
+                    run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
+            }
         }
     }
 
     // Seconds per iteration, or a negative value when the benchmark did not run.
     double SecondsPerIteration(std::string const& name) const {
-        auto const found = pooled_.find(name);
-        return found == pooled_.end() ? -1 : found->second.seconds / found->second.iterations;
+        if (auto const pooled = pooled_.find(name); pooled != pooled_.end())
+            return pooled->second.seconds / pooled->second.iterations;
+        auto const mean = means_.find(name);
+        return mean == means_.end() ? -1 : mean->second;
     }
 
 private:
@@ -50,6 +57,7 @@ private:
         double iterations = 0;
     };
     std::map<std::string, Pooled> pooled_;
+    std::map<std::string, double> means_;
 };
 
 // Runs the benchmarks the command line selects and prints the ratio line after the table.
