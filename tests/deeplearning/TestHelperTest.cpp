@@ -52,6 +52,18 @@ TEST_F(FactoryWithEngine, EngineObjectsAreBuiltAndDroppedWithoutAnEngineCall) {
             Factory::CreateDLBlueStringModel(blue, "string"),
             Factory::CreateDLBlueRegexModel(blue, "regex"),
         };
+        // The factories are written by hand, one per class: each must hand its arguments to
+        // the right places.
+        std::vector<std::string> made;
+        for (auto const& tool : tools)
+            made.push_back(tool->Name() + " " + tool->Id() + " " + tool->Type() +
+                           (tool->Stream() == stream ? "" : " astray"));
+        for (auto const& model : models)
+            made.push_back(model->Name() + (model->Parent() == blue ? "" : " astray"));
+        EXPECT_EQ(made, (std::vector<std::string>{"r r-uuid blue_read", "f f-uuid red",
+                                                  "h h-uuid red_sua", "g g-uuid green",
+                                                  "s s-uuid green_sua", "node", "layout", "string",
+                                                  "regex"}));
         auto const runtimeTool = Factory::CreateDLRuntimeTool();
         // An operator that never ran FinalConstruct has no engine load to wait for.
         EXPECT_THROW(Factory::CreateDeepLearningOperator()->LoadWorkspace("/a.kelo"),
