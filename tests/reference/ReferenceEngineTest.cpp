@@ -239,7 +239,9 @@ TEST_F(ReferenceEngine, EveryParameterChangesTheAnswer) {
         const std::vector<std::string> after =
             Attributes(Run(c.stream, c.image), c.element, c.attribute);
         EXPECT_NE(after, before);
-        EXPECT_EQ(after, c.expected.value_or(after));
+        if (c.expected) {
+            EXPECT_EQ(after, *c.expected);
+        }
         ASSERT_EQ(Set(c.stream, c.path, original), 0);
     }
 }
