@@ -50,7 +50,7 @@ void RegisterCollectionOf(std::string const& elementName,
 } // namespace
 } // namespace Tavrin::Vision::DeepLearning::Reflection
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(CollectionReflection) {
     using namespace Tavrin::Vision::DeepLearning;
     using namespace Tavrin::Vision::DeepLearning::Reflection;
     RegisterCollectionOf<DLBlueFeature, DLBlueFeatureReadOnlyCollection>("DLBlueFeature");

@@ -45,7 +45,7 @@ void RegisterEnumerations() {
 } // namespace
 } // namespace Tavrin::Vision::DeepLearning::Reflection
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(ExceptionAndEnumerationReflection) {
     using namespace Tavrin::Vision::DeepLearning::Reflection;
     RegisterExceptions();
     RegisterEnumerations();

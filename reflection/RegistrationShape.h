@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include <rttr/registration>
+#include <Vision/Core/Registration.h>
 
 #include <Vision/Core/ChangedEvent.h>
 #include <Vision/Core/Object.h>

@@ -251,7 +251,7 @@ void RegisterResultMatchLayout() {
 } // namespace
 } // namespace Tavrin::Vision::DeepLearning::Reflection
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(ResultReflection) {
     using namespace Tavrin::Vision::DeepLearning::Reflection;
     RegisterResult();
     RegisterResultMarkingsCollection();

@@ -78,7 +78,7 @@ void RegisterStream() {
 } // namespace
 } // namespace Tavrin::Vision::DeepLearning::Reflection
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(RunSurfaceReflection) {
     using namespace Tavrin::Vision::DeepLearning::Reflection;
     RegisterRuntimeTool();
     RegisterOperator();

@@ -210,7 +210,7 @@ void RegisterBlueRegexModel() {
 } // namespace
 } // namespace Tavrin::Vision::DeepLearning::Reflection
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(ToolParameterReflection) {
     using namespace Tavrin::Vision::DeepLearning;
     using namespace Tavrin::Vision::DeepLearning::Reflection;
     RegisterToolRuntimeParams();

@@ -6,8 +6,8 @@ root="$(cd "$(dirname "$0")/.." && pwd)"
 build="$root/build/release"
 
 "$root/scripts/setup.sh"
-. "$root/scripts/compiler-cache.sh"
-cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >/dev/null
+. "$root/scripts/build-support.sh"
+configure "$build" -DCMAKE_BUILD_TYPE=Release -DTAVRIN_BUILD_BENCHMARKS=ON
 cmake --build "$build" --parallel "$(nproc)"
 
 failed=()

@@ -9,8 +9,8 @@ example="$build/example"
 sheet="$(dpkg -L opencv-doc | grep '/digits\.png$' | head -n 1)"
 
 "$root/scripts/setup.sh"
-. "$root/scripts/compiler-cache.sh"
-cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >/dev/null
+. "$root/scripts/build-support.sh"
+configure "$build" -DCMAKE_BUILD_TYPE=Release
 cmake --build "$build" --parallel "$(nproc)" --target kelo_61_reference kelo_train kelo_example_data
 rm -rf "$example"
 "$build/reference_engine/kelo_example_data" "$sheet" "$example" >/dev/null

@@ -8,15 +8,15 @@
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 "$root/scripts/setup.sh"
-. "$root/scripts/compiler-cache.sh"
+. "$root/scripts/build-support.sh"
 build="${TAVRIN_FUZZ_BUILD_DIR:-$root/build/fuzz}"
 seconds="${1:-10}"
 targets=(ResultDocument CatalogueListing ParameterText Archive)
 [ $# -le 1 ] || targets=("${@:2}")
 
-cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_C_COMPILER=clang-14 \
+configure "$build" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_C_COMPILER=clang-14 \
     -DCMAKE_CXX_COMPILER=clang++-14 -DTAVRIN_BUILD_FUZZERS=ON -DTAVRIN_BUILD_TESTS=OFF \
-    -DTAVRIN_BUILD_BENCHMARKS=OFF -DTAVRIN_BUILD_REFERENCE_ENGINE=OFF >/dev/null
+    -DTAVRIN_BUILD_REFERENCE_ENGINE=OFF -DTAVRIN_BUILD_CLI=OFF
 cmake --build "$build" --target "${targets[@]/#/fuzz_}" --parallel "$(nproc)"
 
 # An input of at most 16 KiB may take no single allocation beyond 96 MiB, nor 2 GiB in all.

@@ -10,8 +10,8 @@ example="$build/example"
 results="$build/results"
 
 "$root/scripts/setup.sh"
-. "$root/scripts/compiler-cache.sh"
-cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >/dev/null
+. "$root/scripts/build-support.sh"
+configure "$build" -DCMAKE_BUILD_TYPE=Release -DTAVRIN_BUILD_BENCHMARKS=OFF
 cmake --build "$build" --parallel "$(nproc)"
 cmake --install "$build" --prefix "$prefix" >/dev/null
 # The library loads the engine that lies beside it.

@@ -3,12 +3,12 @@
 set -euo pipefail
 
 packages=(
-    build-essential cmake pkg-config
+    build-essential cmake ninja-build pkg-config
     librttr-dev libcereal-dev libtinyxml2-dev libboost-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libopencv-ml-dev
     libcli11-dev nlohmann-json3-dev
-    clang-14 libclang-rt-14-dev
+    clang-14 libclang-rt-14-dev lld
     ccache
     opencv-doc
 )

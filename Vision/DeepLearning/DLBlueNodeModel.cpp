@@ -1,16 +1,12 @@
 #include "Vision/DeepLearning/DLBlueNodeModel.h"
 
 #include "engine/DeepLearningAccess.h"
+#include "engine/ParameterPaths.h"
 #include "engine/ParameterText.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-namespace {
-char const* const ThresholdKey = "threshold";
-char const* const OccurrencesKey = "occurrences";
-} // namespace
 
 DLBlueNodeModel::DLBlueNodeModel(ObjectCreateAccessToken const& token,
                                  std::shared_ptr<DLToolRuntimeParams> tool, std::string name)
@@ -39,15 +35,15 @@ void DLBlueNodeModel::setOccurrences(int value) {
 void DLBlueNodeModel::FinalConstruct() {
     DLBlueModel::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    threshold_ = ParseReal(GetModelParameter(*access, ThresholdKey));
-    occurrences_ = ParseInteger(GetModelParameter(*access, OccurrencesKey));
+    threshold_ = ParseReal(GetModelParameter(*access, ParameterPaths::ModelThreshold));
+    occurrences_ = ParseInteger(GetModelParameter(*access, ParameterPaths::NodeOccurrences));
 }
 
 void DLBlueNodeModel::ApplyRuntimeParameters() {
     DLBlueModel::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    SetModelParameter(*access, ThresholdKey, FormatReal(threshold_));
-    SetModelParameter(*access, OccurrencesKey, FormatInteger(occurrences_));
+    SetModelParameter(*access, ParameterPaths::ModelThreshold, FormatReal(threshold_));
+    SetModelParameter(*access, ParameterPaths::NodeOccurrences, FormatInteger(occurrences_));
 }
 
 template <class Archive> void DLBlueNodeModel::serialize(Archive& archive, unsigned int version) {

@@ -1,16 +1,12 @@
 #include "Vision/DeepLearning/DLBlueRegexModel.h"
 
 #include "engine/DeepLearningAccess.h"
+#include "engine/ParameterPaths.h"
 #include "engine/ParameterText.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-namespace {
-char const* const ThresholdKey = "threshold";
-char const* const RegexExpressionKey = "regex/regex";
-} // namespace
 
 DLBlueRegexModel::DLBlueRegexModel(ObjectCreateAccessToken const& token,
                                    std::shared_ptr<DLToolRuntimeParams> tool, std::string name)
@@ -39,15 +35,15 @@ void DLBlueRegexModel::setRegexExpression(std::string value) {
 void DLBlueRegexModel::FinalConstruct() {
     DLBlueModel::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    threshold_ = ParseReal(GetModelParameter(*access, ThresholdKey));
-    regexExpression_ = GetModelParameter(*access, RegexExpressionKey);
+    threshold_ = ParseReal(GetModelParameter(*access, ParameterPaths::ModelThreshold));
+    regexExpression_ = GetModelParameter(*access, ParameterPaths::RegexExpression);
 }
 
 void DLBlueRegexModel::ApplyRuntimeParameters() {
     DLBlueModel::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    SetModelParameter(*access, ThresholdKey, FormatReal(threshold_));
-    SetModelParameter(*access, RegexExpressionKey, regexExpression_);
+    SetModelParameter(*access, ParameterPaths::ModelThreshold, FormatReal(threshold_));
+    SetModelParameter(*access, ParameterPaths::RegexExpression, regexExpression_);
 }
 
 template <class Archive> void DLBlueRegexModel::serialize(Archive& archive, unsigned int version) {

@@ -3,16 +3,12 @@
 #include <Vision/Core/Exceptions.h>
 
 #include "engine/DeepLearningAccess.h"
+#include "engine/ParameterPaths.h"
 #include "engine/ParameterText.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-namespace {
-char const* const ThresholdKey = "threshold";
-char const* const MinimumLengthKey = "string/min_string_length";
-} // namespace
 
 DLBlueStringModel::DLBlueStringModel(ObjectCreateAccessToken const& token,
                                      std::shared_ptr<DLToolRuntimeParams> tool, std::string name)
@@ -43,15 +39,15 @@ void DLBlueStringModel::setMinimumLength(int value) {
 void DLBlueStringModel::FinalConstruct() {
     DLBlueModel::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    threshold_ = ParseReal(GetModelParameter(*access, ThresholdKey));
-    minimumLength_ = ParseInteger(GetModelParameter(*access, MinimumLengthKey));
+    threshold_ = ParseReal(GetModelParameter(*access, ParameterPaths::ModelThreshold));
+    minimumLength_ = ParseInteger(GetModelParameter(*access, ParameterPaths::StringMinimumLength));
 }
 
 void DLBlueStringModel::ApplyRuntimeParameters() {
     DLBlueModel::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    SetModelParameter(*access, ThresholdKey, FormatReal(threshold_));
-    SetModelParameter(*access, MinimumLengthKey, FormatInteger(minimumLength_));
+    SetModelParameter(*access, ParameterPaths::ModelThreshold, FormatReal(threshold_));
+    SetModelParameter(*access, ParameterPaths::StringMinimumLength, FormatInteger(minimumLength_));
 }
 
 template <class Archive> void DLBlueStringModel::serialize(Archive& archive, unsigned int version) {

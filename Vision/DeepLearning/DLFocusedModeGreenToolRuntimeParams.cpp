@@ -1,16 +1,12 @@
 #include "Vision/DeepLearning/DLFocusedModeGreenToolRuntimeParams.h"
 
 #include "engine/DeepLearningAccess.h"
+#include "engine/ParameterPaths.h"
 #include "engine/ParameterText.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-namespace {
-char const* const SamplingDensityPath = "processing/sampling_density";
-char const* const ThresholdPath = "post_processing/green/threshold";
-} // namespace
 
 DLFocusedModeGreenToolRuntimeParams::DLFocusedModeGreenToolRuntimeParams(
     ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
@@ -55,15 +51,18 @@ void DLFocusedModeGreenToolRuntimeParams::setShowGraphics(bool value) {
 void DLFocusedModeGreenToolRuntimeParams::FinalConstruct() {
     DLToolRuntimeParams::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    samplingDensity_ = ParseReal(access->GetParameter(*this, SamplingDensityPath));
-    threshold_ = ParseReal(access->GetParameter(*this, ThresholdPath));
+    samplingDensity_ =
+        ParseReal(access->GetParameter(*this, ParameterPaths::FocusedSamplingDensity));
+    threshold_ = ParseReal(access->GetParameter(*this, ParameterPaths::FocusedGreenThreshold));
 }
 
 void DLFocusedModeGreenToolRuntimeParams::ApplyRuntimeParameters() {
     DLToolRuntimeParams::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    access->SetParameter(*this, SamplingDensityPath, FormatReal(samplingDensity_).c_str());
-    access->SetParameter(*this, ThresholdPath, FormatReal(threshold_).c_str());
+    access->SetParameter(*this, ParameterPaths::FocusedSamplingDensity,
+                         FormatReal(samplingDensity_).c_str());
+    access->SetParameter(*this, ParameterPaths::FocusedGreenThreshold,
+                         FormatReal(threshold_).c_str());
 }
 
 template <class Archive>

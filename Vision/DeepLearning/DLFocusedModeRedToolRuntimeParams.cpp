@@ -1,18 +1,12 @@
 #include "Vision/DeepLearning/DLFocusedModeRedToolRuntimeParams.h"
 
 #include "engine/DeepLearningAccess.h"
+#include "engine/ParameterPaths.h"
 #include "engine/ParameterText.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-namespace {
-char const* const SamplingDensityPath = "processing/sampling_density";
-char const* const ThresholdPath = "post_processing/red/threshold";
-char const* const RegionFilterPath = "post_processing/red/region_filter";
-char const* const IterationsPath = "processing/red/sampling_iterations";
-} // namespace
 
 DLFocusedModeRedToolRuntimeParams::DLFocusedModeRedToolRuntimeParams(
     ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
@@ -64,22 +58,25 @@ void DLFocusedModeRedToolRuntimeParams::setShowGraphics(bool value) {
 void DLFocusedModeRedToolRuntimeParams::FinalConstruct() {
     DLToolRuntimeParams::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    samplingDensity_ = ParseReal(access->GetParameter(*this, SamplingDensityPath));
-    ParseThresholdText(access->GetParameter(*this, ThresholdPath), lowerThreshold_,
-                       upperThreshold_);
-    regionFilter_ = access->GetParameter(*this, RegionFilterPath);
-    iterations_ =
-        static_cast<unsigned int>(ParseInteger(access->GetParameter(*this, IterationsPath)));
+    samplingDensity_ =
+        ParseReal(access->GetParameter(*this, ParameterPaths::FocusedSamplingDensity));
+    ParseThresholdText(access->GetParameter(*this, ParameterPaths::FocusedRedThreshold),
+                       lowerThreshold_, upperThreshold_);
+    regionFilter_ = access->GetParameter(*this, ParameterPaths::FocusedRedRegionFilter);
+    iterations_ = static_cast<unsigned int>(
+        ParseInteger(access->GetParameter(*this, ParameterPaths::FocusedRedIterations)));
 }
 
 void DLFocusedModeRedToolRuntimeParams::ApplyRuntimeParameters() {
     DLToolRuntimeParams::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    access->SetParameter(*this, SamplingDensityPath, FormatReal(samplingDensity_).c_str());
-    access->SetParameter(*this, ThresholdPath,
+    access->SetParameter(*this, ParameterPaths::FocusedSamplingDensity,
+                         FormatReal(samplingDensity_).c_str());
+    access->SetParameter(*this, ParameterPaths::FocusedRedThreshold,
                          ComposeThresholdText(lowerThreshold_, upperThreshold_).c_str());
-    access->SetParameter(*this, RegionFilterPath, regionFilter_.c_str());
-    access->SetParameter(*this, IterationsPath, FormatInteger(iterations_).c_str());
+    access->SetParameter(*this, ParameterPaths::FocusedRedRegionFilter, regionFilter_.c_str());
+    access->SetParameter(*this, ParameterPaths::FocusedRedIterations,
+                         FormatInteger(iterations_).c_str());
 }
 
 template <class Archive>

@@ -1,16 +1,12 @@
 #include "Vision/DeepLearning/DLQuickGreenToolRuntimeParams.h"
 
 #include "engine/DeepLearningAccess.h"
+#include "engine/ParameterPaths.h"
 #include "engine/ParameterText.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-namespace {
-char const* const ThresholdPath = "post_process_parameters/green/threshold";
-char const* const GenerateHeatmapPath = "runtime_parameters/heat_map_on";
-} // namespace
 
 DLQuickGreenToolRuntimeParams::DLQuickGreenToolRuntimeParams(
     ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
@@ -47,19 +43,20 @@ void DLQuickGreenToolRuntimeParams::setGenerateHeatmap(bool value) {
 void DLQuickGreenToolRuntimeParams::FinalConstruct() {
     DLToolRuntimeParams::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    thresholdText_ = access->GetParameter(*this, ThresholdPath);
+    thresholdText_ = access->GetParameter(*this, ParameterPaths::GreenThreshold);
     threshold_ = ParseRealStrict(thresholdText_);
-    generateHeatmap_ = ParseBool(access->GetParameter(*this, GenerateHeatmapPath));
+    generateHeatmap_ = ParseBool(access->GetParameter(*this, ParameterPaths::GreenHeatmap));
 }
 
 void DLQuickGreenToolRuntimeParams::ApplyRuntimeParameters() {
     DLToolRuntimeParams::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    bool const thresholdCached = access->SetParameter(*this, ThresholdPath, thresholdText_.c_str());
-    access->SetParameter(*this, GenerateHeatmapPath, FormatBool(generateHeatmap_).c_str());
+    bool const thresholdCached =
+        access->SetParameter(*this, ParameterPaths::GreenThreshold, thresholdText_.c_str());
+    access->SetParameter(*this, ParameterPaths::GreenHeatmap, FormatBool(generateHeatmap_).c_str());
     // A cached text reads back as the one just given; without one the engine is asked again.
     if (!thresholdCached)
-        thresholdText_ = access->GetParameter(*this, ThresholdPath);
+        thresholdText_ = access->GetParameter(*this, ParameterPaths::GreenThreshold);
 }
 
 template <class Archive>

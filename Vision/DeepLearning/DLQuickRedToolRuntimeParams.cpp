@@ -1,16 +1,12 @@
 #include "Vision/DeepLearning/DLQuickRedToolRuntimeParams.h"
 
 #include "engine/DeepLearningAccess.h"
+#include "engine/ParameterPaths.h"
 #include "engine/ParameterText.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-namespace {
-char const* const ThresholdPath = "post_process_parameters/red/threshold";
-char const* const RegionFilterPath = "post_process_parameters/red/region_filter";
-} // namespace
 
 DLQuickRedToolRuntimeParams::DLQuickRedToolRuntimeParams(
     ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
@@ -44,19 +40,20 @@ void DLQuickRedToolRuntimeParams::setShowGraphics(bool value) {
 void DLQuickRedToolRuntimeParams::FinalConstruct() {
     DLToolRuntimeParams::FinalConstruct();
     auto const access = DeepLearningAccess::Instance();
-    ParseThresholdTextKeepingIt(access->GetParameter(*this, ThresholdPath), lowerThreshold_,
-                                upperThreshold_, thresholdText_);
-    regionFilter_ = access->GetParameter(*this, RegionFilterPath);
+    ParseThresholdTextKeepingIt(access->GetParameter(*this, ParameterPaths::RedThreshold),
+                                lowerThreshold_, upperThreshold_, thresholdText_);
+    regionFilter_ = access->GetParameter(*this, ParameterPaths::RedRegionFilter);
 }
 
 void DLQuickRedToolRuntimeParams::ApplyRuntimeParameters() {
     DLToolRuntimeParams::ApplyRuntimeParameters();
     auto const access = DeepLearningAccess::Instance();
-    bool const thresholdCached = access->SetParameter(*this, ThresholdPath, thresholdText_.c_str());
-    access->SetParameter(*this, RegionFilterPath, regionFilter_.c_str());
+    bool const thresholdCached =
+        access->SetParameter(*this, ParameterPaths::RedThreshold, thresholdText_.c_str());
+    access->SetParameter(*this, ParameterPaths::RedRegionFilter, regionFilter_.c_str());
     // A cached text reads back as the one just given; without one the engine is asked again.
     if (!thresholdCached)
-        thresholdText_ = access->GetParameter(*this, ThresholdPath);
+        thresholdText_ = access->GetParameter(*this, ParameterPaths::RedThreshold);
 }
 
 template <class Archive>

@@ -10,6 +10,8 @@
 #include "Vision/DeepLearning/Implementation/Internal/TestHelpers/TestHelper.h"
 #include "records/BlueGraphics.h"
 
+namespace BlueGraphicsTesting {
+
 namespace {
 
 using namespace Tavrin::Vision;
@@ -215,3 +217,5 @@ TEST_F(BlueGraphics, ARegexMatchWithoutFeaturesGetsABoxAtInfinity) {
 }
 
 } // namespace
+
+} // namespace BlueGraphicsTesting

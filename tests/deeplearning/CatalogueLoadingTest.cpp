@@ -3,6 +3,8 @@
 #include "VisionTestSupport.h"
 #include "WorkspaceFiles.h"
 
+namespace CatalogueLoadingTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -108,3 +110,5 @@ INSTANTIATE_TEST_SUITE_P(EachStep, CatalogueListingFailure,
                                            "kelo_runtime_tool_get_parameter"));
 
 } // namespace
+
+} // namespace CatalogueLoadingTesting

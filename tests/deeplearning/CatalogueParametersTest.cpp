@@ -4,6 +4,8 @@
 #include "ToolTestSupport.h"
 #include "Vision/DeepLearning/DeepLearning.h"
 
+namespace CatalogueParametersTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -296,3 +298,5 @@ TEST_F(Catalogue, OneArchiveKeepsOneObjectPerTrackedPointer) {
 }
 
 } // namespace
+
+} // namespace CatalogueParametersTesting

@@ -6,6 +6,8 @@
 #include "EngineTest.h"
 #include "Vision/DeepLearning/DeepLearningExceptions.h"
 
+namespace EngineStartTesting {
+
 namespace {
 
 using Tavrin::Vision::DeepLearning::DeepLearningException;
@@ -81,3 +83,5 @@ TEST_F(EngineStart, ShutdownDeinitializesAndSwallowsEngineFailures) {
 }
 
 } // namespace
+
+} // namespace EngineStartTesting

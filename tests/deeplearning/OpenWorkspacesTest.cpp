@@ -8,6 +8,8 @@
 #include "Vision/DeepLearning/DeepLearning.h"
 #include "WorkspaceFiles.h"
 
+namespace OpenWorkspacesTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -91,3 +93,5 @@ TEST_F(OpenWorkspaces, ADeletedFileStillOpensFromItsMaster) {
 }
 
 } // namespace
+
+} // namespace OpenWorkspacesTesting

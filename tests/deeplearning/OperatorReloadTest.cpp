@@ -7,6 +7,8 @@
 #include "Vision/DeepLearning/DeepLearning.h"
 #include "WorkspaceFiles.h"
 
+namespace OperatorReloadTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -138,3 +140,5 @@ TEST_F(OperatorReload, AFileThatMovedLeavesAnEmptyOperatorThatKeepsItsPath) {
 }
 
 } // namespace
+
+} // namespace OperatorReloadTesting

@@ -5,6 +5,8 @@
 #include "VisionTestSupport.h"
 #include "WorkspaceFiles.h"
 
+namespace OperatorTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -86,3 +88,5 @@ TEST_F(Operator, ShutdownDropsTheWorkspaceOfLiveOperatorsOnly) {
 }
 
 } // namespace
+
+} // namespace OperatorTesting

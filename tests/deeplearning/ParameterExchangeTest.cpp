@@ -5,6 +5,8 @@
 #include "Vision/DeepLearning/DeepLearning.h"
 #include "WorkspaceFiles.h"
 
+namespace ParameterExchangeTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -124,3 +126,5 @@ TEST_F(ParameterExchange, AParentIsWrittenBeforeItsChildren) {
 }
 
 } // namespace
+
+} // namespace ParameterExchangeTesting

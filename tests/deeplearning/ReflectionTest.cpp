@@ -12,6 +12,8 @@
 #include "ToolTestSupport.h"
 #include "Vision/DeepLearning/DeepLearning.h"
 
+namespace ReflectionTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -278,3 +280,5 @@ TEST(ReflectionCollections, FakePropertiesListItemsThroughTheInterfaceItem) {
 }
 
 } // namespace
+
+} // namespace ReflectionTesting

@@ -7,6 +7,8 @@
 #include "ResultTestSupport.h"
 #include "VisionTestSupport.h"
 
+namespace ResourceImagesTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -127,3 +129,5 @@ TEST_F(ResourceImages, ABadScaleEndsTheRun) {
 }
 
 } // namespace
+
+} // namespace ResourceImagesTesting

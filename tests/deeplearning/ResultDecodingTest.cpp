@@ -8,6 +8,8 @@
 #include "VisionTestSupport.h"
 #include "engine/ResultDecoding.h"
 
+namespace ResultDecodingTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -367,3 +369,5 @@ TEST(ResultAttributes, ReadEveryTextAsTinyxml2Does) {
 }
 
 } // namespace
+
+} // namespace ResultDecodingTesting

@@ -7,6 +7,8 @@
 #include "GraphicsTestSupport.h"
 #include "ResultTestSupport.h"
 
+namespace RunRecordsTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -161,3 +163,5 @@ TEST_F(RunRecords, AResultWithoutMarkingsHasAnEmptyOverlay) {
 }
 
 } // namespace
+
+} // namespace RunRecordsTesting

@@ -5,6 +5,8 @@
 #include "ResultTestSupport.h"
 #include "VisionTestSupport.h"
 
+namespace RuntimeToolTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -139,3 +141,5 @@ TEST_F(RuntimeTool, GraphicsSettingsOfItsToolsClimbToIt) {
 }
 
 } // namespace
+
+} // namespace RuntimeToolTesting

@@ -11,6 +11,8 @@
 #include "ResultTestSupport.h"
 #include "VisionTestSupport.h"
 
+namespace StreamExecutionTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -179,3 +181,5 @@ TEST_F(StreamExecution, ResultsComeInTheImagesSelectedSpace) {
 }
 
 } // namespace
+
+} // namespace StreamExecutionTesting

@@ -9,6 +9,8 @@
 #include "ResultTestSupport.h"
 #include "ToolTestSupport.h"
 
+namespace TestHelperTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -232,3 +234,5 @@ TEST(TestHelper, ArchivesAsItsBaseThroughABasePointer) {
 }
 
 } // namespace
+
+} // namespace TestHelperTesting

@@ -7,6 +7,8 @@
 #include "ResultTestSupport.h"
 #include "ToolTestSupport.h"
 
+namespace ToolArchiveTesting {
+
 namespace {
 
 using namespace Tavrin::Vision;
@@ -138,3 +140,5 @@ TEST_F(ToolArchive, NewerVersionsAreRefusedWithTheClassText) {
 }
 
 } // namespace
+
+} // namespace ToolArchiveTesting

@@ -11,6 +11,8 @@
 #include "Vision/DeepLearning/DeepLearning.h"
 #include "engine/ParameterText.h"
 
+namespace ToolParametersTesting {
+
 namespace {
 
 using namespace Tavrin::Vision::DeepLearning;
@@ -220,3 +222,5 @@ TEST(RedThresholdText, ReadsBothNumbersOrFailsWithTheStandardTexts) {
 }
 
 } // namespace
+
+} // namespace ToolParametersTesting

@@ -11,6 +11,8 @@
 
 #include "VisionTestSupport.h"
 
+namespace ArchiveTesting {
+
 namespace {
 
 using Tavrin::Vision::SerializerOptionsConstants_None;
@@ -130,3 +132,5 @@ TEST(Archive, JoinsEveryMentionToItsObject) {
 }
 
 } // namespace
+
+} // namespace ArchiveTesting

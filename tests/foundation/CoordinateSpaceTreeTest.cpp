@@ -5,6 +5,8 @@
 
 #include "VisionTestSupport.h"
 
+namespace CoordinateSpaceTreeTesting {
+
 namespace {
 
 using Tavrin::Brnt::CreateObject;
@@ -63,3 +65,5 @@ TEST(CoordinateSpaceTree, CopyOwnsItsTransforms) {
 }
 
 } // namespace
+
+} // namespace CoordinateSpaceTreeTesting

@@ -6,6 +6,8 @@
 
 #include "VisionTestSupport.h"
 
+namespace GeometryTesting {
+
 namespace {
 
 using namespace Tavrin::Vision;
@@ -261,3 +263,5 @@ TEST(Regions, WithinFollowsEachShape) {
 }
 
 } // namespace
+
+} // namespace GeometryTesting

@@ -9,6 +9,8 @@
 
 #include "VisionTestSupport.h"
 
+namespace GraphicsTesting {
+
 namespace {
 
 using namespace Tavrin::Vision;
@@ -262,7 +264,8 @@ TEST(GraphicArchive, CollectionInstancesAndTransformsTravelUnderTheirNames) {
     LoadTogether(bytes, loadedShareable, loadedPoints, loadedRigid, loadedParentChildren);
     auto const loadedBase = As<Vect2Base>(loadedShareable);
     ASSERT_TRUE(loadedBase);
-    EXPECT_EQ(typeid(*loadedBase), typeid(Vect2Base));
+    auto const& loaded = *loadedBase;
+    EXPECT_EQ(typeid(loaded), typeid(Vect2Base));
     ASSERT_TRUE(As<Vect2Collection>(loadedPoints));
     EXPECT_EQ(loadedPoints->Item(0), loadedBase->Item(0));
     EXPECT_EQ(loadedPoints->Item(1).get(), loadedBase->Item(0).get());
@@ -286,3 +289,5 @@ TEST(GraphicReflection, ClassesAreFoundByFullNameAndTheLookIsWritable) {
 }
 
 } // namespace
+
+} // namespace GraphicsTesting

@@ -12,6 +12,8 @@
 
 #include "VisionTestSupport.h"
 
+namespace ImageTesting {
+
 namespace {
 
 using Tavrin::Brnt::CreateObject;
@@ -179,3 +181,5 @@ TEST(ImageReflection, RegistersFullNamesWithSizeAndSpaceProperties) {
 }
 
 } // namespace
+
+} // namespace ImageTesting

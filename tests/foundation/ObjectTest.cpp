@@ -8,6 +8,8 @@
 
 #include "VisionTestSupport.h"
 
+namespace ObjectTesting {
+
 namespace {
 
 using Tavrin::Brnt::CreateObject;
@@ -123,3 +125,5 @@ TEST(PalUtils, NewGuidIsARandomVersionFourGuid) {
 }
 
 } // namespace
+
+} // namespace ObjectTesting

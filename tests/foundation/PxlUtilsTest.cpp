@@ -10,6 +10,8 @@
 
 #include "VisionTestSupport.h"
 
+namespace PxlUtilsTesting {
+
 namespace {
 
 using Tavrin::Brnt::CreateObject;
@@ -127,3 +129,5 @@ TEST(PelBuffer, InverseOfALinearTransform) {
 }
 
 } // namespace
+
+} // namespace PxlUtilsTesting

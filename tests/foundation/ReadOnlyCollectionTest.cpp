@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <rttr/registration>
+#include <Vision/Core/Registration.h>
 
 #include <Vision/Foundation.h>
 
@@ -56,7 +56,7 @@ TAVRIN_REGISTER_READ_ONLY_COLLECTION_BASE(
     CollectionTesting::ProbePtr,
     "Tavrin::Vision::Implementation::ReadOnlyCollectionBase<CollectionTesting::ProbePtr>")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(ReadOnlyCollectionTest) {
     using namespace CollectionTesting;
     using Base = Tavrin::Vision::Implementation::ReadOnlyCollectionBase<ProbePtr>;
     using Interface = Tavrin::Brnt::IReadOnlyCollection<ProbePtr>;

@@ -3,7 +3,7 @@
 #include <functional>
 #include <tuple>
 
-#include <rttr/registration>
+#include <Vision/Core/Registration.h>
 
 #include <Vision/Foundation.h>
 
@@ -65,7 +65,7 @@ private:
 TAVRIN_ARCHIVED_CLASS(ToolTesting::ProbeTool, 1)
 CEREAL_REGISTER_TYPE_WITH_NAME(ToolTesting::ProbeTool, "ToolTesting::ProbeTool")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(ToolTest) {
     rttr::registration::class_<ToolTesting::ProbeTool>("ToolTesting::ProbeTool")
         .property("Gain", &ToolTesting::ProbeTool::Gain, &ToolTesting::ProbeTool::setGain);
 }

@@ -6,6 +6,8 @@
 
 #include "VisionTestSupport.h"
 
+namespace TransformTesting {
+
 namespace {
 
 using Tavrin::Brnt::CreateObject;
@@ -22,3 +24,5 @@ TEST(Transform2DLinear, GivesItsRotationAndRefusesToInvertASingularMatrix) {
 }
 
 } // namespace
+
+} // namespace TransformTesting

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <rttr/registration>
+#include <Vision/Core/Registration.h>
 
 #include <Vision/Foundation.h>
 
@@ -13,7 +13,7 @@ enum class Shade : unsigned int { Light = 1, Dark = 0xffffffffu };
 
 } // namespace VariantTesting
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(VariantTest) {
     using namespace VariantTesting;
     rttr::registration::enumeration<Bits>("VariantTesting::Bits")(
         rttr::value("None", Bits::None), rttr::value("Low", Bits::Low),

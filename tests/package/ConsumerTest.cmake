@@ -2,8 +2,9 @@
 # find_package only, and runs it. Called by CTest with -D arguments:
 # BUILD_DIR, CONSUMER_DIR, WORK_DIR, EXTRA_FLAGS and, for a consumer of the test engine,
 # TEST_ENGINE_LIBRARY and SOURCE_DIR, from which only the engine's two C headers are copied.
-# With STANDALONE_SOURCE_DIR the tree installed is a build of its own with BUILD_TESTING=OFF,
-# which proves that the package needs no test code.
+# With ONLY_CHECK_INSTALLED_FILES the test builds no consumer: it proves that the package holds
+# no test code, since every installed file is one of the package's own and its exported targets
+# are the two libraries alone.
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
                     ERROR_VARIABLE output)
@@ -13,15 +14,28 @@ function(run)
     message("${output}")
 endfunction()
 
+function(check_installed_files prefix)
+    file(GLOB_RECURSE installed LIST_DIRECTORIES false RELATIVE ${prefix} ${prefix}/*)
+    set(package_file "^(bin/tavrin-dl|lib/libTavrin\\.Vision\\.(Core|DeepLearning)\\.so|\
+include/Vision/.+\\.h|lib/cmake/TavrinVisionDeepLearning/TavrinVisionDeepLearning[A-Za-z-]*\\.cmake)$")
+    list(FILTER installed EXCLUDE REGEX "${package_file}")
+    if(installed)
+        message(FATAL_ERROR "installed besides the package: ${installed}")
+    endif()
+    file(READ ${prefix}/lib/cmake/TavrinVisionDeepLearning/TavrinVisionDeepLearningTargets.cmake
+         targets)
+    string(REGEX MATCHALL "add_library\\([^ ]+" declared "${targets}")
+    if(NOT declared STREQUAL "add_library(Tavrin::VisionCore;add_library(Tavrin::VisionDeepLearning")
+        message(FATAL_ERROR "exported targets: ${declared}")
+    endif()
+endfunction()
+
 file(REMOVE_RECURSE ${WORK_DIR})
-if(STANDALONE_SOURCE_DIR)
-    set(BUILD_DIR ${WORK_DIR}/library)
-    run(${CMAKE_COMMAND} -S ${STANDALONE_SOURCE_DIR} -B ${BUILD_DIR} -DBUILD_TESTING=OFF)
-    # A bare --parallel starts one compiler per file at once and can exhaust the memory.
-    cmake_host_system_information(RESULT cores QUERY NUMBER_OF_LOGICAL_CORES)
-    run(${CMAKE_COMMAND} --build ${BUILD_DIR} --parallel ${cores})
-endif()
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
+if(ONLY_CHECK_INSTALLED_FILES)
+    check_installed_files(${WORK_DIR}/prefix)
+    return()
+endif()
 set(engine_args)
 if(TEST_ENGINE_LIBRARY)
     set(headers ${WORK_DIR}/engine-headers)

@@ -39,7 +39,7 @@ std::vector<std::string> Lines(const std::string& text) {
 }
 
 fs::path Scratch(const std::string& name) {
-    const fs::path folder = TrainedExample().folder / "cli" / name;
+    const fs::path folder = TrainedExample().scratch / "cli" / name;
     fs::remove_all(folder);
     fs::create_directories(folder);
     return folder;

@@ -24,14 +24,15 @@ struct ScratchFolder {
     }
 };
 
-// The example workspace, trained once per process from the digits sheet: training images and
-// images held out for analysis under folder, the workspace file beside them. allTypes holds its
-// streams and, trained from the same images, "anomaly2" (red_sua), "classify2" (green_sua) and
-// "read2" (blue).
+// The example workspace: training images and images held out for analysis under folder, the
+// workspace file beside them. allTypes holds its streams and, trained from the same images,
+// "anomaly2" (red_sua), "classify2" (green_sua) and "read2" (blue). Tests write only under
+// scratch, a folder of their process's own.
 struct Example {
     std::filesystem::path folder;
     std::string workspace;
     std::string allTypes;
+    std::filesystem::path scratch;
 
     std::filesystem::path Analyse(const std::string& kind, const std::string& file) const {
         return folder / "unseen" / kind / file;
@@ -41,22 +42,37 @@ struct Example {
     }
 };
 
+inline Example ExampleIn(const std::filesystem::path& folder,
+                         const std::filesystem::path& scratch) {
+    return {folder, (folder / "digits.yml").string(), (folder / "all-types.yml").string(),
+            scratch};
+}
+
+// Cuts the example images out of the digits sheet and trains both workspace files into folder.
+inline void TrainExample(const std::filesystem::path& folder) {
+    using namespace KeloReference;
+    const Example made = ExampleIn(folder, folder);
+    WriteDigitsExample(KELO_DIGITS_SHEET, folder.string(), ExampleCounts{});
+    const std::string training = (folder / "training").string();
+    Workspace workspace = TrainWorkspace(training, {});
+    WriteWorkspace(workspace, made.workspace);
+    for (Stream& stream : TrainWorkspace(training, {"red_sua", "green_sua", "blue"}).streams) {
+        stream.id += "2";
+        workspace.streams.push_back(std::move(stream));
+    }
+    WriteWorkspace(workspace, made.allTypes);
+}
+
+// Under CTest the example is trained once for every test process, into KELO_TEST_EXAMPLE_DIR (the
+// ReferenceExample fixture); a test binary run by hand before that trains its own.
 inline const Example& TrainedExample() {
+    static const ScratchFolder scratch;
     static const Example example = [] {
-        using namespace KeloReference;
-        static const ScratchFolder scratch;
-        Example made{scratch.path, (scratch.path / "digits.yml").string(),
-                     (scratch.path / "all-types.yml").string()};
-        WriteDigitsExample(KELO_DIGITS_SHEET, made.folder.string(), ExampleCounts{});
-        const std::string training = (made.folder / "training").string();
-        Workspace workspace = TrainWorkspace(training, {});
-        WriteWorkspace(workspace, made.workspace);
-        for (Stream& stream : TrainWorkspace(training, {"red_sua", "green_sua", "blue"}).streams) {
-            stream.id += "2";
-            workspace.streams.push_back(std::move(stream));
-        }
-        WriteWorkspace(workspace, made.allTypes);
-        return made;
+        const Example shared = ExampleIn(KELO_TEST_EXAMPLE_DIR, scratch.path);
+        if (std::filesystem::exists(shared.allTypes))
+            return shared;
+        TrainExample(scratch.path);
+        return ExampleIn(scratch.path, scratch.path);
     }();
     return example;
 }

@@ -268,7 +268,7 @@ TEST_F(ReferenceEngine, ModelsFilterTheRead) {
     // A node model counts the zeros of a read; it is added to the trained file by hand.
     KeloReference::Workspace file = KeloReference::ReadWorkspace(TrainedExample().workspace);
     file.streams.at(2).tools.at(0).models.push_back({"zeros", "node", {}, "0", {}});
-    const std::string edited = (TrainedExample().folder / "with-node.yml").string();
+    const std::string edited = (TrainedExample().scratch / "with-node.yml").string();
     KeloReference::WriteWorkspace(file, edited);
     KELO(kelo_runtime_close_workspace)(id_.c_str());
     ASSERT_EQ(Open(edited), 0) << Error(3);

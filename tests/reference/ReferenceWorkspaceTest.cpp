@@ -25,7 +25,7 @@ std::string Refusal(const std::function<void()>& action) {
 }
 
 fs::path WorkFile(const std::string& name) {
-    return TrainedExample().folder / name;
+    return TrainedExample().scratch / name;
 }
 
 TEST(WorkspaceFile, KeepsEverythingThroughAWriteAndARead) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 namespace Tavrin::Vision::Implementation {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/VariantArchive.h"
 
@@ -76,7 +76,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(CompositeShape)
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::CompositeShape, "Tavrin::Vision::CompositeShape")
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IRegion, Tavrin::Vision::CompositeShape)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(CompositeShape) {
     using Tavrin::Vision::CompositeShape;
     rttr::registration::class_<CompositeShape>("Tavrin::Vision::CompositeShape")
         .property_readonly("ShapeCount", &CompositeShape::ShapeCount)

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/Exceptions.h"
 
@@ -106,7 +106,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(CoordinateSpaceTree)
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::CoordinateSpaceTree,
                                "Tavrin::Vision::CoordinateSpaceTree")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(CoordinateSpaceTree) {
     using Tavrin::Vision::CoordinateSpaceTree;
     rttr::registration::class_<CoordinateSpaceTree>("Tavrin::Vision::CoordinateSpaceTree")
         .property_readonly("SpaceNames", &CoordinateSpaceTree::SpaceNames)

@@ -1,6 +1,6 @@
 #include "Vision/Core/Ellipse.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/VariantArchive.h"
 
@@ -45,7 +45,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(Ellipse)
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::Ellipse, "Tavrin::Vision::Ellipse")
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IRegion, Tavrin::Vision::Ellipse)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(Ellipse) {
     using Tavrin::Vision::Ellipse;
     rttr::registration::class_<Ellipse>("Tavrin::Vision::Ellipse")
         .property_readonly("CenterX", &Ellipse::CenterX)

@@ -1,6 +1,6 @@
 #include "Vision/Core/EllipticalAnnulusSection.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/VariantArchive.h"
 
@@ -71,7 +71,7 @@ CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::EllipticalAnnulusSection,
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IRegion,
                                      Tavrin::Vision::EllipticalAnnulusSection)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(EllipticalAnnulusSection) {
     using Tavrin::Vision::EllipticalAnnulusSection;
     rttr::registration::class_<EllipticalAnnulusSection>("Tavrin::Vision::EllipticalAnnulusSection")
         .property_readonly("CenterX", &EllipticalAnnulusSection::CenterX)

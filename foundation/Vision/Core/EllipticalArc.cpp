@@ -1,6 +1,6 @@
 #include "Vision/Core/EllipticalArc.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/VariantArchive.h"
 
@@ -54,7 +54,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(EllipticalArc)
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::EllipticalArc, "Tavrin::Vision::EllipticalArc")
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IRegion, Tavrin::Vision::EllipticalArc)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(EllipticalArc) {
     using Tavrin::Vision::EllipticalArc;
     rttr::registration::class_<EllipticalArc>("Tavrin::Vision::EllipticalArc")
         .property_readonly("CenterX", &EllipticalArc::CenterX)

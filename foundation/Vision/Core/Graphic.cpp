@@ -1,6 +1,6 @@
 #include "Vision/Core/Graphic.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/Exceptions.h"
 #include "Vision/Core/VariantArchive.h"
@@ -84,7 +84,7 @@ CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IGraphicParentChild,
                                      Tavrin::Vision::GraphicInteractiveBase)
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IShape, Tavrin::Vision::IRegion)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(Graphic) {
     using namespace Tavrin::Vision;
     using rttr::value;
     rttr::registration::class_<Color32>("Tavrin::Vision::Color32")

@@ -1,6 +1,6 @@
 #include "Vision/Core/GraphicCollection.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/CollectionReflection.h"
 #include "Vision/Core/VariantArchive.h"
@@ -35,7 +35,7 @@ CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::GraphicCollection,
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::GraphicParentChildCollection,
                                "Tavrin::Vision::GraphicParentChildCollection")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(GraphicCollection) {
     using namespace Tavrin::Vision;
     using Implementation::CollectionBase;
     Implementation::RegisterCollectionReflection<CollectionBase<IGraphicPtr>>(

@@ -1,6 +1,6 @@
 #include "Vision/Core/GraphicLabel.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/VariantArchive.h"
 
@@ -49,7 +49,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(GraphicLabel)
 
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::GraphicLabel, "Tavrin::Vision::GraphicLabel")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(GraphicLabel) {
     using Tavrin::Vision::GraphicLabel;
     rttr::registration::class_<GraphicLabel>("Tavrin::Vision::GraphicLabel")
         .property_readonly("X", &GraphicLabel::X)

@@ -1,6 +1,6 @@
 #include "Vision/Core/Image24PlanarColor.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/Exceptions.h"
 
@@ -86,7 +86,7 @@ CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::Image24PlanarColor,
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IImage, Tavrin::Vision::Image24PlanarColor)
 
 // The size and space properties come from IImage.
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(Image24PlanarColor) {
     rttr::registration::class_<Tavrin::Vision::Image24PlanarColor>(
         "Tavrin::Vision::Image24PlanarColor");
 }

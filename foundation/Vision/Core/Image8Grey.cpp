@@ -1,6 +1,6 @@
 #include "Vision/Core/Image8Grey.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 namespace Tavrin::Vision {
 
@@ -30,6 +30,6 @@ CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::Image8Grey, "Tavrin::Vision::Imag
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IImage, Tavrin::Vision::Image8Grey)
 
 // The size and space properties come from IImage.
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(Image8Grey) {
     rttr::registration::class_<Tavrin::Vision::Image8Grey>("Tavrin::Vision::Image8Grey");
 }

@@ -1,6 +1,6 @@
 #include "Vision/Core/ImageBase.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/Exceptions.h"
 #include "Vision/Core/VariantArchive.h"
@@ -63,7 +63,7 @@ void CopySpaces(IImage const& from, IImage& to) {
 
 } // namespace Tavrin::Vision::Implementation
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(ImageBase) {
     using Tavrin::Vision::IImage;
     rttr::registration::class_<IImage>("Tavrin::Vision::IImage")
         .property_readonly("Width", &IImage::Width)

@@ -1,6 +1,6 @@
 #include "Vision/Core/LineSegment.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/VariantArchive.h"
 
@@ -62,7 +62,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(LineSegment)
 
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::LineSegment, "Tavrin::Vision::LineSegment")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(LineSegment) {
     using Tavrin::Vision::LineSegment;
     rttr::registration::class_<LineSegment>("Tavrin::Vision::LineSegment")
         .property_readonly("StartX", &LineSegment::StartX)

@@ -1,6 +1,6 @@
 #include "Vision/Core/PointMarker.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/VariantArchive.h"
 
@@ -42,7 +42,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(PointMarker)
 
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::PointMarker, "Tavrin::Vision::PointMarker")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(PointMarker) {
     using Tavrin::Vision::PointMarker;
     rttr::registration::class_<PointMarker>("Tavrin::Vision::PointMarker")
         .property("X", &PointMarker::X, &PointMarker::setX)

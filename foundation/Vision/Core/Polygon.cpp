@@ -1,6 +1,6 @@
 #include "Vision/Core/Polygon.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/VariantArchive.h"
 
@@ -81,7 +81,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(Polygon)
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::Polygon, "Tavrin::Vision::Polygon")
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IRegion, Tavrin::Vision::Polygon)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(Polygon) {
     using Tavrin::Vision::Polygon;
     rttr::registration::class_<Polygon>("Tavrin::Vision::Polygon")
         .property_readonly("VertexCount", &Polygon::VertexCount)

@@ -1,6 +1,6 @@
 #include "Vision/Core/Record.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/CollectionReflection.h"
 
@@ -103,7 +103,7 @@ TAVRIN_REGISTER_COLLECTION_BASE(Tavrin::Vision::RecordPtr,
                                 "Tavrin::Vision::Implementation::CollectionBase<"
                                 "Tavrin::Vision::RecordPtr>")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(Record) {
     using namespace Tavrin::Vision;
     rttr::registration::enumeration<RecordUsageConstants>("Tavrin::Vision::RecordUsageConstants")(
         rttr::value("None", RecordUsageConstants_None),

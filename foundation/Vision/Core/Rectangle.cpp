@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/VariantArchive.h"
 
@@ -54,7 +54,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(Rectangle)
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::Rectangle, "Tavrin::Vision::Rectangle")
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IRegion, Tavrin::Vision::Rectangle)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(Rectangle) {
     using Tavrin::Vision::Rectangle;
     rttr::registration::class_<Rectangle>("Tavrin::Vision::Rectangle")
         .property_readonly("OriginX", &Rectangle::OriginX)

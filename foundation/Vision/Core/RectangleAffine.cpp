@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/VariantArchive.h"
 
@@ -195,7 +195,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(RectangleAffine)
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::RectangleAffine, "Tavrin::Vision::RectangleAffine")
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IRegion, Tavrin::Vision::RectangleAffine)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(RectangleAffine) {
     using Tavrin::Vision::RectangleAffine;
     rttr::registration::class_<RectangleAffine>("Tavrin::Vision::RectangleAffine")
         .property_readonly("CenterX", &RectangleAffine::CenterX)

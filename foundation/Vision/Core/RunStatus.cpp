@@ -1,6 +1,6 @@
 #include "Vision/Core/RunStatus.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 namespace Tavrin::Vision::Implementation {
 
@@ -32,7 +32,7 @@ CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::Implementation::RunStatus,
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::IRunStatus,
                                      Tavrin::Vision::Implementation::RunStatus)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(RunStatus) {
     using namespace Tavrin::Vision;
     rttr::registration::enumeration<ToolResultConstants>("Tavrin::Vision::ToolResultConstants")(
         rttr::value("Accept", ToolResultConstants_Accept),

@@ -22,7 +22,7 @@ TAVRIN_REGISTER_COLLECTION_BASE(std::string,
                                 "Tavrin::Vision::Implementation::CollectionBase<std::string>")
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::StringCollection, "Tavrin::Vision::StringCollection")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(StringCollection) {
     using namespace Tavrin::Vision;
     Implementation::RegisterCollectionReflection<Implementation::CollectionBase<std::string>>(
         "Tavrin::Vision::Implementation::CollectionBase<std::string>");

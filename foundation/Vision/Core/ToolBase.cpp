@@ -3,7 +3,7 @@
 #include <chrono>
 #include <sstream>
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 namespace Tavrin::Vision::Implementation {
 
@@ -171,7 +171,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(ToolBase)
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::ITool,
                                      Tavrin::Vision::Implementation::ToolBase)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(ToolBase) {
     using namespace Tavrin::Vision;
     using Implementation::ToolBase;
     rttr::registration::enumeration<ToolCopyModeConstants>("Tavrin::Vision::ToolCopyModeConstants")(

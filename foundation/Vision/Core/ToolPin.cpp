@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/CollectionReflection.h"
 
@@ -225,7 +225,7 @@ TAVRIN_REGISTER_COLLECTION_BASE(Tavrin::Vision::Implementation::ToolPinPtr,
                                 "Tavrin::Vision::Implementation::CollectionBase<"
                                 "Tavrin::Vision::Implementation::ToolPinPtr>")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(ToolPin) {
     using namespace Tavrin::Vision;
     using namespace Tavrin::Vision::Implementation;
     rttr::registration::enumeration<ToolPinModeConstants>("Tavrin::Vision::ToolPinModeConstants")(

@@ -1,6 +1,6 @@
 #include "Vision/Core/TrackedItemBase.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/Exceptions.h"
 #include "Vision/Core/Platform.h"
@@ -48,7 +48,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(TrackedItemBase)
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::Implementation::ITrackingCollectionTrackedItem,
                                      Tavrin::Vision::Implementation::TrackedItemBase)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(TrackedItemBase) {
     using Tavrin::Vision::Implementation::ITrackingCollectionTrackedItem;
     using Tavrin::Vision::Implementation::TrackedItemBase;
     rttr::registration::class_<ITrackingCollectionTrackedItem>(

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/Exceptions.h"
 
@@ -58,7 +58,9 @@ bool Transform2DLinear::IsIdentity() const {
     return a_ == 1 && b_ == 0 && c_ == 0 && d_ == 1 && tx_ == 0 && ty_ == 0;
 }
 
-double Transform2DLinear::Rotation() const { return std::atan2(c_, a_); }
+double Transform2DLinear::Rotation() const {
+    return std::atan2(c_, a_);
+}
 
 void Transform2DLinear::MapPoint(double x, double y, double* outX, double* outY) const {
     *outX = a_ * x + b_ * y + tx_;
@@ -81,9 +83,10 @@ TAVRIN_INSTANTIATE_SERIALIZE(Transform2DLinear)
 
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::Transform2DLinear,
                                "Tavrin::Vision::Transform2DLinear")
-CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::ITransform2D, Tavrin::Vision::Transform2DLinear)
+CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::ITransform2D,
+                                     Tavrin::Vision::Transform2DLinear)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(Transform2D) {
     using Tavrin::Vision::Transform2DLinear;
     rttr::registration::class_<Transform2DLinear>("Tavrin::Vision::Transform2DLinear")
         .property_readonly("Rotation", &Transform2DLinear::Rotation)

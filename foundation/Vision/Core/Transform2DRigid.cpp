@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/VariantArchive.h"
 
@@ -60,7 +60,7 @@ TAVRIN_INSTANTIATE_SERIALIZE(Transform2DRigid)
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::Transform2DRigid, "Tavrin::Vision::Transform2DRigid")
 CEREAL_REGISTER_POLYMORPHIC_RELATION(Tavrin::Vision::ITransform2D, Tavrin::Vision::Transform2DRigid)
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(Transform2DRigid) {
     using Tavrin::Vision::Transform2DRigid;
     rttr::registration::class_<Transform2DRigid>("Tavrin::Vision::Transform2DRigid")
         .property_readonly("Rotation", &Transform2DRigid::Rotation)

@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/Exceptions.h"
 #include "Vision/Core/Transform2D.h"
@@ -81,7 +81,7 @@ void CustomVariantArchivers::LoadWithType(cereal::PortableBinaryInputArchive& ar
 
 } // namespace Tavrin::Vision::Internal::VariantSerialization
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(VariantArchive) {
     using Tavrin::Vision::Internal::VariantSerialization::CustomVariantArchivers;
     CustomVariantArchivers::Register<bool>();
     CustomVariantArchivers::Register<int>();

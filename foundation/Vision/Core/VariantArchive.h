@@ -11,7 +11,7 @@ namespace Tavrin::Vision::Internal::VariantSerialization {
 // The table by which variants travel in the archive, one entry per value type. The foundation
 // fills it for empty variants, bool, int, unsigned int, long long, double and std::string, and for
 // the shared pointers of its own archived classes; a library adds the shared pointers of its
-// classes by calling Register<std::shared_ptr<Class>>() in the class's RTTR_REGISTRATION block.
+// classes by calling Register<std::shared_ptr<Class>>() in the class's registration block.
 // Enumerations registered for reflection need no entry: they travel as their 32-bit value.
 class CustomVariantArchivers {
 public:

@@ -23,7 +23,7 @@ TAVRIN_REGISTER_COLLECTION_BASE(rttr::variant,
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::VariantCollection,
                                "Tavrin::Vision::VariantCollection")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(VariantCollection) {
     using namespace Tavrin::Vision;
     Implementation::RegisterCollectionReflection<Implementation::CollectionBase<rttr::variant>>(
         "Tavrin::Vision::Implementation::CollectionBase<rttr::variant>");

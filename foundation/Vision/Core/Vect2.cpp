@@ -1,6 +1,6 @@
 #include "Vision/Core/Vect2.h"
 
-#include <rttr/registration>
+#include "Vision/Core/Registration.h"
 
 #include "Vision/Core/CollectionReflection.h"
 #include "Vision/Core/VariantArchive.h"
@@ -38,7 +38,7 @@ TAVRIN_REGISTER_COLLECTION_BASE(
     "Tavrin::Vision::Implementation::CollectionBase<Tavrin::Vision::Vect2Ptr>")
 CEREAL_REGISTER_TYPE_WITH_NAME(Tavrin::Vision::Vect2Collection, "Tavrin::Vision::Vect2Collection")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(Vect2) {
     using namespace Tavrin::Vision;
     rttr::registration::class_<Vect2>("Tavrin::Vision::Vect2")
         .property_readonly("X", &Vect2::X)

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include <rttr/registration>
+#include <Vision/Core/Registration.h>
 
 #include "engine/DeepLearningAccess.h"
 #include "reflection/RegistrationShape.h"
@@ -432,7 +432,7 @@ CEREAL_REGISTER_TYPE_WITH_NAME(
     Tavrin::Vision::DeepLearning::Implementation::Internal::TestHelpers::TestHelper,
     "Tavrin::Vision::DeepLearning::Implementation::Internal::TestHelpers::TestHelper")
 
-RTTR_REGISTRATION {
+TAVRIN_REGISTRATION(TestHelper) {
     using namespace Tavrin::Vision::DeepLearning::Implementation::Internal::TestHelpers;
     using namespace Tavrin::Vision::DeepLearning::Reflection;
     DeclareClass<TestHelper>(
