@@ -48,7 +48,8 @@ std::string const RedView =
              Resource("heat", "map")));
 
 DLToolRuntimeParamsPtr FindTool(DLRuntimeTool const& tool, char const* id) {
-    return Private::DeepLearningAccess::FindTool(*tool.DeepLearningOperator()->Workspace(), id);
+    return DeepLearning::Private::DeepLearningAccess::FindTool(
+        *tool.DeepLearningOperator()->Workspace(), id);
 }
 
 std::vector<std::string> LastRunKeys(DLRuntimeTool& tool) {

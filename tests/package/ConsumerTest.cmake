@@ -4,7 +4,8 @@
 # TEST_ENGINE_LIBRARY and SOURCE_DIR, from which only the engine's two C headers are copied.
 # With ONLY_CHECK_INSTALLED_FILES the test builds no consumer: it proves that the package holds
 # no test code, since every installed file is one of the package's own and its exported targets
-# are the two libraries alone.
+# are the two libraries alone, and that a tree configured from SOURCE_DIR with BUILD_TESTING=OFF
+# has no test target to build.
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
                     ERROR_VARIABLE output)
@@ -30,10 +31,24 @@ include/Vision/.+\\.h|lib/cmake/TavrinVisionDeepLearning/TavrinVisionDeepLearnin
     endif()
 endfunction()
 
+function(check_configured_without_tests source)
+    set(tree ${WORK_DIR}/without-tests)
+    run(${CMAKE_COMMAND} -S ${source} -B ${tree} -G "Unix Makefiles" -DBUILD_TESTING=OFF)
+    execute_process(COMMAND ${CMAKE_COMMAND} --build ${tree} --target help
+                    OUTPUT_VARIABLE targets RESULT_VARIABLE result)
+    string(REGEX MATCHALL "\\.\\.\\. (kelo_61|[A-Za-z]+_tests|[A-Za-z]+Bench|replay_[A-Za-z]+)\n"
+           test_targets "${targets}")
+    if(NOT result EQUAL 0 OR NOT targets MATCHES "\\.\\.\\. Tavrin\\.Vision\\.DeepLearning\n"
+       OR test_targets)
+        message(FATAL_ERROR "configured with BUILD_TESTING=OFF: ${targets}")
+    endif()
+endfunction()
+
 file(REMOVE_RECURSE ${WORK_DIR})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
 if(ONLY_CHECK_INSTALLED_FILES)
     check_installed_files(${WORK_DIR}/prefix)
+    check_configured_without_tests(${SOURCE_DIR})
     return()
 endif()
 set(engine_args)
