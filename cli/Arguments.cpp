@@ -60,6 +60,17 @@ std::optional<Options> ParseArguments(int argc, char** argv, int& exitCode) {
         ->capture_default_str()
         ->check(CLI::PositiveNumber);
 
+    CLI::App* eval = AddCommand(app, options, Command::Eval, "eval",
+                                "measure a tool's answers against the truth of each image");
+    AddRunInputs(*eval, options);
+    eval->add_option("-t,--tool", options.tool,
+                     "tool to measure (default: the stream's only tool)");
+    eval->add_option("--truth", options.truth,
+                     "CSV file image,truth (default: each file name before its first _, else "
+                     "its folder's name)");
+    eval->add_option("--json", options.json, "JSON file with the figures");
+    eval->add_option("--plots", options.plots, "folder for the plots, as PNG");
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

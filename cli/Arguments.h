@@ -7,17 +7,20 @@
 
 namespace TavrinCli {
 
-enum class Command { Info, Set, Run, Bench };
+enum class Command { Info, Set, Run, Bench, Eval };
 
 struct Options {
     Command command = Command::Info;
     std::string workspace;
     std::vector<std::string> inputs;
     std::string stream;
+    std::string tool;
     std::vector<std::string> assignments;
     std::optional<std::filesystem::path> json;
     std::optional<std::filesystem::path> csv;
     std::optional<std::filesystem::path> overlay;
+    std::optional<std::filesystem::path> truth;
+    std::optional<std::filesystem::path> plots;
     double seconds = 2;
 };
 

@@ -6,13 +6,16 @@
 
 #include <opencv2/imgcodecs.hpp>
 
+#include "Evaluation.h"
 #include "Failure.h"
 #include "Images.h"
 #include "Overlay.h"
 #include "Parameters.h"
+#include "Plots.h"
 #include "Progress.h"
 #include "ResultWriters.h"
 #include "Session.h"
+#include "Truth.h"
 
 namespace TavrinCli {
 namespace {
@@ -101,6 +104,19 @@ void PrintWhere(const Options& options) {
             std::cerr << what << ": " << where->string() << '\n';
 }
 
+// Runs the stream on each image in turn under a progress bar, handing on the image read and
+// the result.
+template <class Use>
+void RunEach(Session& session, const std::vector<std::filesystem::path>& files, Use&& use) {
+    Progress progress(files.size());
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        progress.Show(i, files[i].filename().string());
+        const cv::Mat image = ReadImage(files[i]);
+        const auto result = session.Run(ToVisionImage(image));
+        use(i, image, *result);
+    }
+}
+
 int Run(const Options& options) {
     Session session(options.workspace);
     session.SelectStream(options.stream);
@@ -113,22 +129,108 @@ int Run(const Options& options) {
                           options.json || options.csv ? nullptr : &std::cout);
     AnswerCounts counts;
     std::set<std::string> overlayNames;
-    {
-        Progress progress(files.size());
-        for (std::size_t i = 0; i < files.size(); ++i) {
-            progress.Show(i, files[i].filename().string());
-            const cv::Mat image = ReadImage(files[i]);
-            const auto result = session.Run(ToVisionImage(image));
-            writers.Write(files[i].string(), stream, *result);
-            counts.Add(*result);
-            if (options.overlay)
-                WriteOverlay(OverlayFile(*options.overlay, files[i], overlayNames), image, session);
-        }
-    }
+    RunEach(session, files, [&](std::size_t i, const cv::Mat& image, const DLResult& result) {
+        writers.Write(files[i].string(), stream, result);
+        counts.Add(result);
+        if (options.overlay)
+            WriteOverlay(OverlayFile(*options.overlay, files[i], overlayNames), image, session);
+    });
     writers.Commit();
     std::cerr << files.size() << " images through stream " << stream << '\n';
     counts.Print(std::cerr);
     PrintWhere(options);
+    return 0;
+}
+
+// The tool named, which must be in the stream, or the stream's only tool.
+std::shared_ptr<DLToolRuntimeParams> EvaluatedTool(const Session& session,
+                                                   const std::string& name) {
+    const auto tools = session.StreamTools();
+    const std::string stream = session.Stream()->Name();
+    std::string names;
+    for (const auto& tool : tools) {
+        if (tool->Name() == name || (name.empty() && tools.size() == 1))
+            return tool;
+        names += " " + tool->Name();
+    }
+    if (!name.empty())
+        throw UsageError("stream " + stream + " has no tool " + name);
+    throw UsageError("stream " + stream + " has the tools" + names + ": name one with --tool");
+}
+
+// The images that have a truth, with it; the others are only counted.
+struct TruthsOfImages {
+    std::vector<std::filesystem::path> files;
+    std::vector<std::string> truths;
+    std::size_t without = 0;
+};
+
+TruthsOfImages ImagesWithTruth(const Options& options) {
+    const Truths truths = options.truth ? Truths(*options.truth) : Truths();
+    TruthsOfImages found;
+    for (const auto& file : CollectImages(options.inputs)) {
+        if (const auto truth = truths.Of(file)) {
+            found.files.push_back(file);
+            found.truths.push_back(*truth);
+        } else {
+            ++found.without;
+        }
+    }
+    if (found.files.empty())
+        throw CommandError("none of the " + std::to_string(found.without) + " images has a truth" +
+                           (options.truth ? " in " + options.truth->string() : ""));
+    return found;
+}
+
+void WriteFigures(const Options& options, const Evaluation& evaluation) {
+    if (options.json) {
+        AtomicFile file(*options.json);
+        file.Stream() << EvaluationJson(evaluation).dump(2) << '\n';
+        file.Commit();
+        std::cerr << "figures: " << options.json->string() << '\n';
+    }
+    if (options.plots)
+        for (const auto& plot : WritePlots(evaluation, *options.plots))
+            std::cerr << "plot: " << plot.string() << '\n';
+}
+
+// What the tool answered for each image, and every class it named on the way.
+struct Measured {
+    std::vector<Outcome> outcomes;
+    std::set<std::string> namedClasses;
+};
+
+Measured Measure(Session& session, const std::string& tool, const TruthsOfImages& images) {
+    Measured measured;
+    RunEach(session, images.files, [&](std::size_t i, const cv::Mat&, const DLResult& result) {
+        const Answer answer = ToolAnswerOf(result, tool);
+        measured.outcomes.push_back({images.truths[i], answer.answer, answer.score});
+        for (const std::string& name : TagNamesOf(result, tool))
+            measured.namedClasses.insert(name);
+    });
+    return measured;
+}
+
+int Eval(const Options& options) {
+    const TruthsOfImages images = ImagesWithTruth(options);
+    Session session(options.workspace);
+    session.SelectStream(options.stream);
+    ApplyAll(session, options.assignments);
+    const auto tool = EvaluatedTool(session, options.tool);
+    const Task task = TaskOf(tool->Type());
+    const Measured measured = Measure(session, tool->Name(), images);
+
+    EvaluationSubject subject;
+    subject.workspace = options.workspace;
+    subject.stream = session.Stream()->Name();
+    subject.tool = tool->Name();
+    subject.type = tool->Type();
+    subject.images = images.files.size();
+    subject.withoutTruth = images.without;
+    subject.threshold = AnomalyThresholdOf(*tool);
+    const Evaluation evaluation = Evaluate(task, subject, measured.outcomes, measured.namedClasses);
+    PrintEvaluation(evaluation, std::cout);
+    WriteFigures(options, evaluation);
     return 0;
 }
 
@@ -181,6 +283,8 @@ int RunCommand(const Options& options) {
         return Run(options);
     case Command::Bench:
         return Bench(options);
+    case Command::Eval:
+        return Eval(options);
     }
     return 2;
 }

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
+#include "Metrics.h"
+
 namespace TavrinCli {
 namespace {
 
 using nlohmann::json;
-
-const char* const NoAnswer = "(none)";
 
 std::shared_ptr<DLResultMatchString> ReadString(const DLResultBlue& blue) {
     for (const auto& match : *blue.Matches())
@@ -30,7 +30,7 @@ std::string MatchText(const DLResultMatch& match) {
 Answer AnswerOf(const DLToolRuntimeParams& tool, const DLResultView& view) {
     Answer answer{tool.Name(), tool.Type(), "", 0};
     if (const auto red = view.ResultRed()) {
-        answer.answer = red->ResultRegions()->Count() > 0 ? "anomaly" : "good";
+        answer.answer = red->ResultRegions()->Count() > 0 ? AnomalyLabel : GoodLabel;
         answer.score = red->Score();
     } else if (const auto green = view.ResultGreen()) {
         if (const auto best = green->BestTag()) {
@@ -103,6 +103,13 @@ template <class Visit> void ForEachMarking(const DLResult& result, Visit&& visit
             visit(*tool, *marking);
 }
 
+Answer MarkingAnswer(const DLToolRuntimeParams& tool, const DLResultMarking& marking) {
+    Answer answer{tool.Name(), tool.Type(), "", 0};
+    for (const auto& view : *marking.ResultViews())
+        answer = AnswerOf(tool, *view);
+    return answer;
+}
+
 } // namespace
 
 std::vector<Answer> AnswersOf(const DLResult& result) {
@@ -118,22 +125,39 @@ json ResultJson(const std::string& image, const std::string& stream, const DLRes
     json tools = json::array();
     ForEachMarking(result, [&](const DLToolRuntimeParams& tool, const DLResultMarking& marking) {
         json views = json::array();
-        std::string answer;
-        double score = 0;
-        for (const auto& view : *marking.ResultViews()) {
+        for (const auto& view : *marking.ResultViews())
             views.push_back(ViewJson(*view));
-            const Answer said = AnswerOf(tool, *view);
-            answer = said.answer;
-            score = said.score;
-        }
+        const Answer answer = MarkingAnswer(tool, marking);
         tools.push_back({{"tool", tool.Name()},
                          {"type", tool.Type()},
-                         {"answer", answer},
-                         {"score", score},
+                         {"answer", answer.answer},
+                         {"score", answer.score},
                          {"duration_ms", marking.Duration()},
                          {"views", views}});
     });
     return {{"image", image}, {"stream", stream}, {"tools", tools}};
+}
+
+Answer ToolAnswerOf(const DLResult& result, const std::string& tool) {
+    Answer answer{tool, "", "", 0};
+    ForEachMarking(result, [&](const DLToolRuntimeParams& marked, const DLResultMarking& marking) {
+        if (marked.Name() == tool)
+            answer = MarkingAnswer(marked, marking);
+    });
+    return answer;
+}
+
+std::vector<std::string> TagNamesOf(const DLResult& result, const std::string& tool) {
+    std::vector<std::string> names;
+    ForEachMarking(result, [&](const DLToolRuntimeParams& marked, const DLResultMarking& marking) {
+        if (marked.Name() != tool)
+            return;
+        for (const auto& view : *marking.ResultViews())
+            if (const auto green = view->ResultGreen())
+                for (const auto& tag : *green->Tags())
+                    names.push_back(tag->Name());
+    });
+    return names;
 }
 
 std::string CsvField(const std::string& text) {

@@ -27,7 +27,17 @@ struct Answer {
     double score;
 };
 
+// How an empty answer shows in summaries.
+inline const std::string NoAnswer = "(none)";
+
 std::vector<Answer> AnswersOf(const DLResult& result);
+
+// The answer of the tool of that name for the whole image, as its JSON line gives it: that of
+// its last view. Empty when the tool gave none.
+Answer ToolAnswerOf(const DLResult& result, const std::string& tool);
+
+// The names of all the tags of the green tool of that name, whatever their score.
+std::vector<std::string> TagNamesOf(const DLResult& result, const std::string& tool);
 
 // One image's line: the image, the stream and, per tool, the answer with everything found.
 nlohmann::json ResultJson(const std::string& image, const std::string& stream,

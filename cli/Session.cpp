@@ -20,6 +20,15 @@ std::shared_ptr<DLToolRuntimeParams> FindIn(const DLToolRuntimeParamsReadOnlyCol
     return nullptr;
 }
 
+void AddTree(const DLToolRuntimeParamsReadOnlyCollection& tools,
+             std::vector<std::shared_ptr<DLToolRuntimeParams>>& list) {
+    for (const auto& tool : tools) {
+        list.push_back(tool);
+        if (tool->ChildTools())
+            AddTree(*tool->ChildTools(), list);
+    }
+}
+
 } // namespace
 
 Assignment ParseAssignment(const std::string& text) {
@@ -39,6 +48,14 @@ std::vector<std::shared_ptr<DLBlueModel>> ModelsOf(const DLToolRuntimeParams& to
     if (!collection)
         return {};
     return {collection->begin(), collection->end()};
+}
+
+std::optional<double> AnomalyThresholdOf(const DLToolRuntimeParams& tool) {
+    const rttr::instance object(tool);
+    const rttr::property threshold = object.get_derived_type().get_property("UpperThreshold");
+    if (!threshold.is_valid())
+        return std::nullopt;
+    return threshold.get_value(object).to_double();
 }
 
 Session::Session(const std::string& workspaceFile)
@@ -69,6 +86,12 @@ void Session::SelectStream(const std::string& name) {
         }
     }
     throw UsageError(name.empty() ? "the workspace has no stream" : "unknown stream " + name);
+}
+
+std::vector<std::shared_ptr<DLToolRuntimeParams>> Session::StreamTools() const {
+    std::vector<std::shared_ptr<DLToolRuntimeParams>> tools;
+    AddTree(*Stream()->Tools(), tools);
+    return tools;
 }
 
 std::shared_ptr<DLToolRuntimeParams> Session::FindTool(const std::string& name) const {

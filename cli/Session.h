@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,8 @@ public:
     // The stream of that name, or the first when the name is empty; UsageError when none is.
     void SelectStream(const std::string& name);
 
+    // Every tool of the selected stream, parents before their children.
+    std::vector<std::shared_ptr<DLToolRuntimeParams>> StreamTools() const;
     // The tool of that name anywhere in the workspace's trees; UsageError when none is.
     std::shared_ptr<DLToolRuntimeParams> FindTool(const std::string& name) const;
     // The text of the parameter that the address names.
@@ -48,5 +51,9 @@ private:
 
 // The models of a tool that has them, read by reflection; empty for other tools.
 std::vector<std::shared_ptr<DLBlueModel>> ModelsOf(const DLToolRuntimeParams& tool);
+
+// The least score at which an anomaly tool finds an anomaly, read by reflection; nothing for
+// other tools.
+std::optional<double> AnomalyThresholdOf(const DLToolRuntimeParams& tool);
 
 } // namespace TavrinCli

@@ -1,5 +1,6 @@
 // The command-line tool end to end: a process of its own on the trained example, finding the
 // reference engine by the loader's search as a user's shell would.
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <regex>
@@ -36,6 +37,28 @@ std::vector<std::string> Lines(const std::string& text) {
     for (std::string line; std::getline(in, line);)
         lines.push_back(line);
     return lines;
+}
+
+std::vector<std::string> Fields(const std::string& line) {
+    std::vector<std::string> fields;
+    std::istringstream in(line);
+    for (std::string field; std::getline(in, field, ',');)
+        fields.push_back(field);
+    return fields;
+}
+
+// The example's images are named after what they show: a digit, a row of them, good or bad.
+std::string TruthInName(const fs::path& image) {
+    const std::string name = image.filename().string();
+    return name.substr(0, name.find('_'));
+}
+
+std::vector<std::string> FileNames(const fs::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 fs::path Scratch(const std::string& name) {
@@ -191,6 +214,150 @@ TEST(CommandLine, BenchReportsTheRateAndTheEnginesShare) {
                             R"(images/s\nengine analysis [0-9.]+ %, library and calls [0-9.]+ % )"
                             R"(of the time\n$)");
     EXPECT_TRUE(std::regex_match(bench.out, report)) << bench.out;
+}
+
+// Eval must agree with run's own answers on what is right: the rows of run's CSV are measured
+// here against the file names, for eval's figures to match.
+TEST(CommandLine, EvalMeasuresEachStreamAgainstTheFileNames) {
+    const struct {
+        const char* kind;
+        const char* stream;
+        const char* headline;
+        const char* right;
+        std::vector<std::string> plots;
+    } cases[] = {
+        {"red",
+         "anomaly",
+         "stream anomaly, tool defects (red): anomaly detection of ",
+         "correct",
+         {"confusion.png", "roc.png", "scores.png"}},
+        {"green",
+         "classify",
+         "stream classify, tool classes (green): classification of ",
+         "correct",
+         {"confusion.png"}},
+        {"blue", "read", "stream read, tool reader (blue_read): reading of ", "exact", {}},
+    };
+    for (const auto& c : cases) {
+        const fs::path out = Scratch(std::string("eval-") + c.kind);
+        const std::string images = std::string("UNSEEN/") + c.kind + " -s " + c.stream;
+        const Outcome run = Cli("run WS " + images + " --csv " + (out / "run.csv").string());
+        ASSERT_EQ(run.status, 0) << run.err;
+        const Outcome eval = Cli("eval WS " + images + " --json " + (out / "eval.json").string() +
+                                 " --plots " + (out / "plots").string());
+        ASSERT_EQ(eval.status, 0) << eval.err;
+
+        const auto rows = Lines(Contents(out / "run.csv"));
+        std::size_t right = 0;
+        for (std::size_t i = 1; i < rows.size(); ++i) {
+            const auto fields = Fields(rows[i]);
+            const std::string truth = TruthInName(fields.at(0));
+            const std::string answer = fields.size() > 4 ? fields[4] : "";
+            right += c.kind == std::string("red") ? (truth == "good") == (answer == "good")
+                                                  : truth == answer;
+        }
+        const std::size_t measured = rows.size() - 1;
+        EXPECT_EQ(eval.out.rfind(c.headline + std::to_string(measured) + " images\n", 0), 0u)
+            << eval.out;
+        const nlohmann::json figures = nlohmann::json::parse(Contents(out / "eval.json"));
+        EXPECT_EQ(figures["images"], measured) << c.kind;
+        EXPECT_EQ(figures["without_truth"], 0) << c.kind;
+        EXPECT_EQ(figures[c.right], right) << c.kind;
+        EXPECT_EQ(FileNames(out / "plots"), c.plots) << c.kind;
+        for (const std::string& plot : c.plots)
+            EXPECT_GT(cv::imread((out / "plots" / plot).string()).cols, 300) << plot;
+    }
+}
+
+// The threshold that --param sets decides the answers; the ranking of the scores stays.
+TEST(CommandLine, EvalOfAnomaliesJudgesAnswersAtTheThresholdSetAndRanksTheScores) {
+    const fs::path out = Scratch("eval-threshold");
+    std::vector<nlohmann::json> figures;
+    std::string table;
+    for (const char* parameters : {"", "-p defects.UpperThreshold=1 "}) {
+        const fs::path json = out / ("eval" + std::to_string(figures.size()) + ".json");
+        const Outcome eval =
+            Cli("eval WS UNSEEN/red " + std::string(parameters) + "--json " + json.string());
+        ASSERT_EQ(eval.status, 0) << eval.err;
+        figures.push_back(nlohmann::json::parse(Contents(json)));
+        table = eval.out;
+    }
+    const auto calledAnomalous = [](const nlohmann::json& f) {
+        EXPECT_EQ(f["labels"], nlohmann::json({"good", "anomaly"}));
+        return f["confusion"][0][1].get<int>() + f["confusion"][1][1].get<int>();
+    };
+    EXPECT_LT(figures[0]["threshold"].get<double>(), 1);
+    EXPECT_EQ(figures[1]["threshold"], 1.0);
+    EXPECT_LE(calledAnomalous(figures[1]), calledAnomalous(figures[0]));
+    for (const char* ranking : {"auroc", "average_precision", "best_f1"})
+        EXPECT_EQ(figures[1][ranking], figures[0][ranking]) << ranking;
+    // A ranking worse than chance is a fault, whatever the engine's accuracy.
+    EXPECT_GT(figures[0]["auroc"].get<double>(), 0.5);
+    EXPECT_EQ(figures[0]["good"].get<int>() + figures[0]["anomalous"].get<int>(),
+              figures[0]["images"]);
+    for (const char* line :
+         {"  accuracy at the workspace's threshold 1: ", "\n  AUROC ", "\n  best F1 ",
+          "\n  confusion: a row per truth, a column per answer\n"})
+        EXPECT_NE(table.find(line), std::string::npos) << line << '\n' << table;
+}
+
+TEST(CommandLine, EvalTakesATruthFileAndCountsTheImagesItLeavesOutApart) {
+    const fs::path out = Scratch("eval-truth-file");
+    for (const auto& [from, to] :
+         {std::pair{"5_0000.png", "a.png"}, {"5_0001.png", "b.png"}, {"1_0000.png", "c.png"}})
+        fs::copy_file(TrainedExample().Analyse("green", from), out / to);
+    std::ofstream(out / "truth.csv") << "image,truth\na.png,5\n\"b.png\",5\n";
+    const Outcome eval =
+        Cli("eval WS -s classify " + out.string() + " --truth " + (out / "truth.csv").string() +
+            " --json " + (out / "eval.json").string());
+    ASSERT_EQ(eval.status, 0) << eval.err;
+    EXPECT_NE(eval.out.find("  images without truth, not measured: 1\n"), std::string::npos)
+        << eval.out;
+    const nlohmann::json figures = nlohmann::json::parse(Contents(out / "eval.json"));
+    EXPECT_EQ(figures["images"], 2);
+    EXPECT_EQ(figures["without_truth"], 1);
+    const auto& classes = figures["classes"];
+    const auto five = std::find_if(classes.begin(), classes.end(),
+                                   [](const nlohmann::json& c) { return c["label"] == "5"; });
+    ASSERT_NE(five, classes.end()) << classes;
+    EXPECT_EQ((*five)["images"], 2);
+}
+
+TEST(CommandLine, EvalRefusesBadTruthAndWritesNothing) {
+    const fs::path out = Scratch("eval-refusals");
+    fs::copy_file(TrainedExample().Analyse("green", "5_0000.png"), out / "a.png");
+    const std::string json = " --json " + (out / "figures.json").string();
+    int truthFiles = 0;
+    const auto truth = [&](const char* text) {
+        const fs::path file = out / ("truth" + std::to_string(++truthFiles) + ".csv");
+        std::ofstream(file) << text;
+        return "eval WS -s classify " + (out / "a.png").string() + " --truth " + file.string();
+    };
+    const struct {
+        std::string arguments;
+        int status;
+        std::string message;
+    } cases[] = {
+        {"eval WS UNSEEN/green --truth " + (out / "none.csv").string(), 1,
+         "cannot read truth file"},
+        {truth("label,image\na.png,5\n"), 1, "line 1: the header image,truth must come first"},
+        {truth("image,truth\na.png,5,5\n"), 1, "line 2: image,truth needs 2 fields, not 3"},
+        {truth("image,truth\na.png,5\n./a.png,5\n"), 1, "names ./a.png twice, on lines 2 and 3"},
+        {truth("image,truth\nz.png,5\n"), 1, "none of the 1 images has a truth in "},
+        {truth("image,truth\na.png,seven\n"), 1,
+         "the truth names classes that tool classes never named on these images: 'seven' (it "
+         "named '"},
+        {"eval WS UNSEEN/red/bad_0000.png WS", 1,
+         "cannot read image " + TrainedExample().workspace},
+        {"eval WS -s classify -t nobody UNSEEN/green", 2, "stream classify has no tool nobody"},
+        {"eval WS", 2, "images is required"},
+    };
+    for (const auto& c : cases) {
+        const Outcome eval = Cli(c.arguments + json);
+        EXPECT_EQ(eval.status, c.status) << c.arguments;
+        EXPECT_NE(eval.err.find(c.message), std::string::npos) << c.arguments << ": " << eval.err;
+        EXPECT_FALSE(fs::exists(out / "figures.json")) << c.arguments;
+    }
 }
 
 } // namespace
