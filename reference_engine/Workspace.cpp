@@ -99,26 +99,36 @@ void WriteModel(cv::FileStorage& file, const Model& model) {
 Classifier ReadClassifier(const cv::FileNode& node) {
     Classifier classifier;
     node["sample_size"] >> classifier.sampleSize;
-    node["neighbours"] >> classifier.neighbours;
     node["classes"] >> classifier.classes;
     node["samples"] >> classifier.samples;
     node["labels"] >> classifier.labels;
     if (classifier.samples.rows != classifier.labels.rows ||
         classifier.samples.cols != classifier.sampleSize.area())
         FileFailure("classifier samples do not match their labels and sample size");
+    if (node["machine"].empty())
+        FileFailure("the classifier has no trained machine");
+    classifier.machine = cv::ml::SVM::create();
+    classifier.machine->read(node["machine"]);
     return classifier;
 }
 
 void WriteClassifier(cv::FileStorage& file, const Classifier& classifier) {
+    if (!classifier.machine)
+        FileFailure("a classifier is written with its trained machine");
     file << "classifier"
          << "{";
-    file << "sample_size" << classifier.sampleSize << "neighbours" << classifier.neighbours;
+    file << "sample_size" << classifier.sampleSize;
     file << "classes"
          << "[";
     for (const std::string& name : classifier.classes)
         file.write("", name);
     file << "]";
-    file << "samples" << classifier.samples << "labels" << classifier.labels << "}";
+    file << "samples" << classifier.samples << "labels" << classifier.labels;
+    file << "machine"
+         << "{";
+    classifier.machine->write(file);
+    file << "}"
+         << "}";
 }
 
 Tool ReadTool(const cv::FileNode& node) {

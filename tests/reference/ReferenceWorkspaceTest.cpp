@@ -6,6 +6,7 @@
 
 #include "ExampleWorkspace.h"
 #include "Failure.h"
+#include "Features.h"
 #include "Parameters.h"
 #include "Workspace.h"
 
@@ -56,6 +57,10 @@ TEST(WorkspaceFile, KeepsEverythingThroughAWriteAndARead) {
     EXPECT_EQ(readChild.type, "green_quick");
     EXPECT_EQ(readChild.classifier.classes, child.classifier.classes);
     EXPECT_EQ(cv::norm(readChild.classifier.samples, child.classifier.samples, cv::NORM_INF), 0);
+    // The machine comes back exactly: the same scores to the last bit.
+    const cv::Mat digit = TrainedExample().Grey("green", "7_0000.png");
+    EXPECT_EQ(SupportVectorClassifier(readChild.classifier, 1).Scores(digit),
+              SupportVectorClassifier(child.classifier, 1).Scores(digit));
 }
 
 TEST(WorkspaceFile, RefusesFilesItCannotUse) {
@@ -71,6 +76,10 @@ TEST(WorkspaceFile, RefusesFilesItCannotUse) {
          "  - { id: s, uuid: v, tools: [ { id: t, uuid: w, type: blue, models: [ { id: m, "
          "type: layout, regions: [ { name: r, box: [ 1, 2 ] } ] } ] } ] }\n",
          "layout region box of model 'm' needs four numbers"},
+        {"%YAML:1.0\n---\nformat: kelo-reference-workspace\nversion: 1\nuuid: u\nstreams:\n"
+         "  - { id: s, uuid: v, tools: [ { id: t, uuid: w, type: green, classifier: { classes: "
+         "[ a, b ] } } ] }\n",
+         "the classifier has no trained machine"},
         {nullptr, "cannot read workspace file"},
     };
     for (const auto& c : cases) {
@@ -122,15 +131,25 @@ TEST(Training, LearnsEachDigitOnceAndThePatternOfTheRows) {
 }
 
 TEST(Training, RefusesFoldersWithoutUsableImages) {
-    const fs::path empty = WorkFile("empty-training");
-    fs::create_directories(empty / "blue");
-    fs::copy_file(TrainedExample().Analyse("green", "7_0000.png"), empty / "blue" / "12_0.png",
-                  fs::copy_options::overwrite_existing);
-    EXPECT_EQ(Refusal([&] { TrainWorkspace(WorkFile("nothing").string(), {}); }),
-              "'" + WorkFile("nothing").string() +
-                  "' holds none of the folders red, green and blue");
-    EXPECT_EQ(Refusal([&] { TrainWorkspace(empty.string(), {}); }),
-              "'" + (empty / "blue").string() + "' holds no image whose parts match its text");
+    const fs::path seven = TrainedExample().Analyse("green", "7_0000.png");
+    const struct {
+        const char* folder;
+        const char* image; // a copy of the seven, or none
+        std::string because;
+    } cases[] = {
+        {"nothing", nullptr, "' holds none of the folders red, green and blue"},
+        {"unmatched", "blue/12_0.png", "/blue' holds no image whose parts match its text"},
+        {"one-class", "green/7/a.png", "a classifier needs samples of two classes at least"},
+    };
+    for (const auto& c : cases) {
+        const fs::path folder = WorkFile(c.folder);
+        if (c.image) {
+            fs::create_directories((folder / c.image).parent_path());
+            fs::copy_file(seven, folder / c.image, fs::copy_options::overwrite_existing);
+        }
+        const std::string refusal = Refusal([&] { TrainWorkspace(folder.string(), {}); });
+        EXPECT_NE(refusal.find(c.because), std::string::npos) << refusal;
+    }
 }
 
 } // namespace
