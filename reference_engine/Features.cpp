@@ -15,6 +15,9 @@ const int GridCells = 4;
 const int Orientations = 9;
 const float SpreadFloor = 8.0f;      // grey levels
 const double AnomalyBlurSigma = 1.5; // pixels of the model's size
+// The principal modes of the good images' variation that the anomaly model allows for, chosen by
+// cross-validation on the example's training digits.
+const int AnomalyModes = 2;
 const int MinimumPartPixels = 4;
 // The grey values that join the gradient histograms in a sample's feature: their size, and the
 // length that they are scaled to (the histograms' is 1), chosen by cross-validation.
@@ -230,22 +233,23 @@ std::vector<double> SupportVectorClassifier::Scores(const cv::Mat& sample) const
 AnomalyModel TrainAnomalyModel(const std::vector<cv::Mat>& goodImages, cv::Size size) {
     if (goodImages.empty())
         Refuse("an anomaly model needs good images");
-    cv::Mat sum = cv::Mat::zeros(size, CV_64F), squares = cv::Mat::zeros(size, CV_64F);
-    for (const cv::Mat& image : goodImages) {
-        cv::Mat smooth;
-        Upright(Smoothed(ToGrey8(image), size)).convertTo(smooth, CV_64F);
-        sum += smooth;
-        squares += smooth.mul(smooth);
-    }
-    const double count = static_cast<double>(goodImages.size());
-    cv::Mat mean = sum / count;
-    cv::Mat variance = squares / count - mean.mul(mean);
-    cv::Mat spread;
-    cv::sqrt(cv::max(variance, 0.0), spread);
+    cv::Mat data;
+    for (const cv::Mat& image : goodImages)
+        data.push_back(Upright(Smoothed(ToGrey8(image), size)).reshape(1, 1));
+    const int modes = std::min(static_cast<int>(goodImages.size()) - 1, AnomalyModes);
     AnomalyModel model;
-    mean.convertTo(model.mean, CV_32F);
-    spread.convertTo(model.spread, CV_32F);
-    model.spread = cv::max(model.spread, SpreadFloor);
+    cv::reduce(data, model.mean, 0, cv::REDUCE_AVG);
+    cv::Mat centred = data - cv::repeat(model.mean, data.rows, 1);
+    if (modes > 0) {
+        const cv::PCA pca(data, model.mean, cv::PCA::DATA_AS_ROW, modes);
+        model.modes = pca.eigenvectors.clone();
+        centred -= centred * model.modes.t() * model.modes;
+    }
+    cv::Mat squares;
+    cv::reduce(centred.mul(centred), squares, 0, cv::REDUCE_AVG);
+    cv::sqrt(squares, model.spread);
+    model.spread = cv::Mat(cv::max(model.spread, SpreadFloor)).reshape(1, size.height);
+    model.mean = model.mean.reshape(1, size.height);
     return model;
 }
 
@@ -254,10 +258,14 @@ cv::Mat AnomalyScoreMap(const AnomalyModel& model, const cv::Mat& grey, double s
         throw Failure(StatusComputeFailure, "the tool has no trained anomaly model");
     const cv::Mat smooth = Smoothed(grey, model.mean.size());
     const cv::Mat shear = UprightShear(smooth);
+    cv::Mat upright;
+    cv::warpAffine(smooth, upright, shear, smooth.size(), cv::WARP_INVERSE_MAP | cv::INTER_LINEAR);
+    // Variation along the modes is what good images do; only what they leave is scored.
+    cv::Mat residual = cv::Mat(upright - model.mean).reshape(1, 1);
+    if (!model.modes.empty())
+        residual -= residual * model.modes.t() * model.modes;
     cv::Mat z;
-    cv::warpAffine(smooth, z, shear, smooth.size(), cv::WARP_INVERSE_MAP | cv::INTER_LINEAR);
-    cv::absdiff(z, model.mean, z);
-    cv::divide(z, model.spread, z);
+    cv::divide(cv::Mat(cv::abs(residual)).reshape(1, model.mean.rows), model.spread, z);
     cv::Mat uprightScores;
     cv::exp(z.mul(z) * (-1.0 / 18), uprightScores);
     uprightScores = 1.0 - uprightScores;

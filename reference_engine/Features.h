@@ -88,13 +88,14 @@ private:
 };
 
 // The per-pixel anomaly model: good images are resized to one size, smoothed and set upright;
-// mean and spread of each pixel are kept, the spread with a floor so that constant pixels are not
+// their mean, their two principal modes of variation and the spread of each pixel's residual
+// (what mean and modes leave) are kept, the spread with a floor so that constant pixels are not
 // brittle.
 AnomalyModel TrainAnomalyModel(const std::vector<cv::Mat>& goodImages, cv::Size size);
 
 // The anomaly score of each pixel in 0 to 1, at the model's size scaled by the factor:
-// 1 - exp(-z^2 / 18) with z the distance of the upright image's pixel from the mean in spreads,
-// mapped back onto the image's own pixels.
+// 1 - exp(-z^2 / 18) with z the upright image's residual at the pixel in spreads, mapped back onto
+// the image's own pixels.
 cv::Mat AnomalyScoreMap(const AnomalyModel& model, const cv::Mat& grey, double scale);
 
 // Boxes of the parts of an ink mask, left to right: outer contours, with boxes merged where one

@@ -141,10 +141,16 @@ Tool ReadTool(const cv::FileNode& node) {
               {},
               {}};
     if (!node["anomaly"].empty()) {
-        node["anomaly"]["mean"] >> tool.anomaly.mean;
-        node["anomaly"]["spread"] >> tool.anomaly.spread;
+        const cv::FileNode anomaly = node["anomaly"];
+        anomaly["mean"] >> tool.anomaly.mean;
+        anomaly["spread"] >> tool.anomaly.spread;
+        anomaly["modes"] >> tool.anomaly.modes;
         if (tool.anomaly.mean.size() != tool.anomaly.spread.size())
             FileFailure("anomaly model of tool '" + tool.id + "' has mean and spread of two sizes");
+        if (!tool.anomaly.modes.empty() &&
+            (tool.anomaly.modes.cols != static_cast<int>(tool.anomaly.mean.total()) ||
+             tool.anomaly.modes.type() != CV_32F))
+            FileFailure("anomaly modes of tool '" + tool.id + "' do not match its mean");
     }
     if (!node["classifier"].empty())
         tool.classifier = ReadClassifier(node["classifier"]);
@@ -167,7 +173,8 @@ void WriteTools(cv::FileStorage& file, const std::vector<Tool>& tools) {
         if (!tool.anomaly.mean.empty())
             file << "anomaly"
                  << "{"
-                 << "mean" << tool.anomaly.mean << "spread" << tool.anomaly.spread << "}";
+                 << "mean" << tool.anomaly.mean << "spread" << tool.anomaly.spread << "modes"
+                 << tool.anomaly.modes << "}";
         if (!tool.classifier.samples.empty())
             WriteClassifier(file, tool.classifier);
         if (!tool.models.empty()) {

@@ -13,10 +13,13 @@ namespace KeloReference {
 // Ordered by path; looked up by any text without making a string of it.
 using Parameters = std::map<std::string, std::string, std::less<>>;
 
-// Per-pixel model of good images: mean and spread of the grey values, both CV_32F of one size.
+// Per-pixel model of good images: mean and spread of the grey values, both CV_32F of one size,
+// and the principal modes of their variation, one per row of mean.total() values (CV_32F); the
+// spread is that of what the modes leave.
 struct AnomalyModel {
     cv::Mat mean;
     cv::Mat spread;
+    cv::Mat modes;
 };
 
 // A classifier's training samples and the support vector machine trained on them. Samples are

@@ -30,16 +30,18 @@ fs::path WorkFile(const std::string& name) {
 }
 
 TEST(WorkspaceFile, KeepsEverythingThroughAWriteAndARead) {
-    const Classifier trained =
-        ReadWorkspace(TrainedExample().workspace).streams.at(1).tools.at(0).classifier;
+    const Workspace example = ReadWorkspace(TrainedExample().workspace);
+    const Classifier& trained = example.streams.at(1).tools.at(0).classifier;
+    const AnomalyModel& anomaly = example.streams.at(0).tools.at(0).anomaly;
     Tool child{"child", "child-uuid", "green_quick", {}, {}, trained, {}, {}};
     child.parameters["runtime_parameters/heat_map_on"] = "true";
     Tool blue{"reader", "reader-uuid", "blue", {}, {}, {}, {}, {child}};
     blue.parameters["sampling/feature_size"] = "[not checked here]";
     blue.models.push_back({"zeros", "node", {{"occurrences", "2"}}, "0", {}});
     blue.models.push_back({"slots", "layout", {}, "", {{"slot1", cv::Rect2d(1.5, 2, 10, 12.25)}}});
+    const Tool red{"defects", "red-uuid", "red", {}, anomaly, {}, {}, {}};
     const Workspace written{
-        "file-uuid", "2024-06-01T12:00:00Z", {{"read", "read-uuid", "0,0,100,20", {blue}}}};
+        "file-uuid", "2024-06-01T12:00:00Z", {{"read", "read-uuid", "0,0,100,20", {blue, red}}}};
     WriteWorkspace(written, WorkFile("roundtrip.yml").string());
     const Workspace read = ReadWorkspace(WorkFile("roundtrip.yml").string());
 
@@ -57,6 +59,10 @@ TEST(WorkspaceFile, KeepsEverythingThroughAWriteAndARead) {
     EXPECT_EQ(readChild.type, "green_quick");
     EXPECT_EQ(readChild.classifier.classes, child.classifier.classes);
     EXPECT_EQ(cv::norm(readChild.classifier.samples, child.classifier.samples, cv::NORM_INF), 0);
+    const AnomalyModel& readAnomaly = read.streams[0].tools.at(1).anomaly;
+    ASSERT_EQ(readAnomaly.modes.size(), cv::Size(20 * 20, 2));
+    EXPECT_EQ(cv::norm(readAnomaly.modes, anomaly.modes, cv::NORM_INF), 0);
+    EXPECT_EQ(cv::norm(readAnomaly.spread, anomaly.spread, cv::NORM_INF), 0);
     // The machine comes back exactly: the same scores to the last bit.
     const cv::Mat digit = TrainedExample().Grey("green", "7_0000.png");
     EXPECT_EQ(SupportVectorClassifier(readChild.classifier, 1).Scores(digit),
