@@ -174,8 +174,8 @@ TEST(CommandLine, CsvQuotesANameWithACommaAndOverlayNamesStayApart) {
 
 TEST(CommandLine, ParametersChangeTheAnswers) {
     for (auto [arguments, answer] :
-         {std::pair{"UNSEEN/red/bad_0000.png", "anomaly"},
-          {"-p defects.UpperThreshold=1 UNSEEN/red/bad_0000.png", "good"},
+         {std::pair{"UNSEEN/red/bad_0003.png", "anomaly"},
+          {"-p defects.UpperThreshold=1 UNSEEN/red/bad_0003.png", "good"},
           {"-s read UNSEEN/blue/40342_0012.png", "40342"},
           {"-s read -p reader.text.MinimumLength=6 UNSEEN/blue/40342_0012.png", ""}}) {
         const Outcome run = Cli(std::string("run WS ") + arguments);
