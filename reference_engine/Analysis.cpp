@@ -73,10 +73,10 @@ struct Context {
         return reader.Has(role) ? reader.Real(role) : fallback;
     }
 
-    const NearestNeighbours& Classifier(double density) const {
+    const SupportVectorClassifier& Classifier(double density) const {
         if (!tool.classifier || tool.classifier->Density() != density)
             tool.classifier =
-                std::make_unique<NearestNeighbours>(tool.definition.classifier, density);
+                std::make_unique<SupportVectorClassifier>(tool.definition.classifier, density);
         return *tool.classifier;
     }
 
@@ -205,7 +205,8 @@ void AnalyseRed(Context& context) {
 }
 
 // Occlusion sensitivity: how much the best class loses when a cell of the sample is hidden.
-cv::Mat OcclusionMap(const NearestNeighbours& classifier, const cv::Mat& sample, std::size_t best) {
+cv::Mat OcclusionMap(const SupportVectorClassifier& classifier, const cv::Mat& sample,
+                     std::size_t best) {
     const int cells = 4;
     const double baseline = classifier.Scores(sample)[best];
     const cv::Scalar fill = cv::mean(sample);
@@ -226,7 +227,7 @@ cv::Mat OcclusionMap(const NearestNeighbours& classifier, const cv::Mat& sample,
 void AnalyseGreen(Context& context) {
     const ParameterReader reader = context.Reader();
     const Classifier& trained = context.tool.definition.classifier;
-    const NearestNeighbours& classifier =
+    const SupportVectorClassifier& classifier =
         context.Classifier(context.RealOr(Role::SamplingDensity, 1));
     const cv::Mat sample = WholeSample(context.grey, trained.sampleSize);
     const std::vector<double> scores = classifier.Scores(sample);
@@ -269,7 +270,7 @@ std::vector<Feature> LocateFeatures(Context& context) {
     const std::vector<std::string> kept = ParseNames(reader.Text(Role::FeatureFilter));
     const double threshold = reader.Real(Role::Threshold);
     const Classifier& trained = context.tool.definition.classifier;
-    const NearestNeighbours& classifier = context.Classifier(1);
+    const SupportVectorClassifier& classifier = context.Classifier(1);
 
     std::vector<Feature> features;
     for (const cv::Rect& part : LocateParts(ink.mask, reader.Real(Role::Precision))) {

@@ -18,7 +18,7 @@ struct RunningTool {
 
     Tool definition;
     Parameters values;
-    std::unique_ptr<NearestNeighbours> classifier;
+    std::unique_ptr<SupportVectorClassifier> classifier;
     std::vector<RunningTool> children;
 };
 

@@ -29,31 +29,73 @@ Ink FindInk(const cv::Mat& grey);
 // square around its centre and resized, so parts of any aspect keep their shape.
 cv::Mat PartSample(const Ink& ink, const cv::Rect& box, cv::Size sampleSize);
 
-// Histograms of oriented gradients over a 4 by 4 grid of cells, 9 unsigned orientations each,
-// L2-normalised: one CV_32F row. The density scales the resolution at which gradients are taken.
+// The shear that sets an image upright: it takes out the slant of its intensity moments
+// (mu11 / mu02, at most 45 degrees either way) about its centroid. A 2 by 3 map from upright
+// coordinates to the image's, for warpAffine with WARP_INVERSE_MAP.
+cv::Mat UprightShear(const cv::Mat& image);
+cv::Mat Upright(const cv::Mat& image);
+
+// Histograms of oriented gradients over a 4 by 4 grid of cells, 9 unsigned orientations each
+// with every gradient shared between its two nearest orientations; each block of 2 by 2 cells is
+// square-rooted and L2-normalised, and the nine blocks together scaled to length 1: one CV_32F
+// row. The density scales the resolution at which gradients are taken.
 cv::Mat GradientHistogram(const cv::Mat& sample, double density);
 
-// A k-nearest-neighbour classifier over gradient histograms of the trained samples.
-class NearestNeighbours {
-public:
-    NearestNeighbours(const Classifier& classifier, double density);
+// The feature that classifiers compare, from the sample set upright: its gradient histograms and
+// its grey values at 20 by 20, L2-normalised and weighted by half.
+cv::Mat SampleFeature(const cv::Mat& sample, double density);
 
-    // One score per class: the neighbours' votes weighted by inverse distance, summing to 1.
+// The settings of a support vector machine: C weighs training errors against the margin, and
+// gamma is the radial basis kernel's exp(-gamma * distance^2).
+struct MachineSettings {
+    double c;
+    double gamma;
+};
+
+// A support vector machine (radial basis kernel, one against one) over the sample features of
+// the classifier's samples; it needs two classes at least.
+cv::Ptr<cv::ml::SVM> TrainMachine(const Classifier& classifier, double density,
+                                  const MachineSettings& settings);
+
+// Classifies samples with the classifier's machine where it was trained at this density, and with
+// one trained at this density, with the same settings, otherwise.
+class SupportVectorClassifier {
+public:
+    SupportVectorClassifier(const Classifier& classifier, double density);
+
+    // One score per class, summing to 1: the machine's pairwise decisions as probabilities of
+    // each class against each other one, coupled into one probability per class.
     std::vector<double> Scores(const cv::Mat& sample) const;
     double Density() const { return density_; }
 
 private:
-    Classifier classifier_;
+    // The decision between two of the machine's classes; a positive value favours the first.
+    struct Decision {
+        std::size_t first;
+        std::size_t second;
+        cv::Mat weights; // CV_64F, one per support vector used
+        cv::Mat vectors; // CV_32S, indices of the support vectors used
+        double offset;
+    };
+
     double density_;
-    cv::Ptr<cv::ml::KNearest> nearest_;
+    std::size_t classCount_;
+    std::vector<std::size_t> machineClasses_; // the class of each of the machine's classes
+    cv::Mat supportVectors_;
+    cv::Mat supportNorms_; // squared lengths, one per support vector
+    double gamma_;
+    std::vector<Decision> decisions_;
 };
 
-// The per-pixel anomaly model: good images are resized to one size and smoothed; mean and spread
-// of each pixel are kept, the spread with a floor so that constant pixels are not brittle.
+// The per-pixel anomaly model: good images are resized to one size, smoothed and set upright;
+// their mean, their two principal modes of variation and the spread of each pixel's residual
+// (what mean and modes leave) are kept, the spread with a floor so that constant pixels are not
+// brittle.
 AnomalyModel TrainAnomalyModel(const std::vector<cv::Mat>& goodImages, cv::Size size);
 
 // The anomaly score of each pixel in 0 to 1, at the model's size scaled by the factor:
-// 1 - exp(-z^2 / 18) with z the pixel's distance from the mean in spreads.
+// 1 - exp(-z^2 / 18) with z the upright image's residual at the pixel in spreads, mapped back onto
+// the image's own pixels.
 cv::Mat AnomalyScoreMap(const AnomalyModel& model, const cv::Mat& grey, double scale);
 
 // Boxes of the parts of an ink mask, left to right: outer contours, with boxes merged where one

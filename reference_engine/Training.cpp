@@ -63,8 +63,52 @@ std::string PathOf(const std::string& type, Role role) {
     return {};
 }
 
-// Thresholds between the good images' scores and the bad ones' where bad images are given, and
-// above nearly all good images otherwise; the lower threshold lets regions grow around peaks.
+// The good images' scores as new good images would get them: each from a model trained without
+// it, in five folds.
+std::vector<double> CrossValidatedScores(const std::vector<cv::Mat>& good, cv::Size size) {
+    const std::size_t folds = std::min<std::size_t>(5, good.size());
+    std::vector<double> scores(good.size());
+    for (std::size_t fold = 0; fold < folds; ++fold) {
+        std::vector<cv::Mat> others;
+        for (std::size_t index = 0; index < good.size(); ++index)
+            if (folds < 2 || index % folds != fold)
+                others.push_back(good[index]);
+        const AnomalyModel model = TrainAnomalyModel(others, size);
+        for (std::size_t index = fold; index < good.size(); index += folds)
+            scores[index] = PeakScore(model, good[index]);
+    }
+    return scores;
+}
+
+// The threshold that tells good from bad scores best: midway between two neighbouring scores,
+// where the mean of the two error rates is least (the lowest such place).
+double SeparatingThreshold(std::vector<double> good, std::vector<double> bad) {
+    std::sort(good.begin(), good.end());
+    std::sort(bad.begin(), bad.end());
+    std::vector<double> all = good;
+    all.insert(all.end(), bad.begin(), bad.end());
+    std::sort(all.begin(), all.end());
+    all.erase(std::unique(all.begin(), all.end()), all.end());
+    std::vector<double> candidates = {all.front() / 2, (all.back() + 1) / 2};
+    for (std::size_t index = 1; index < all.size(); ++index)
+        candidates.push_back((all[index - 1] + all[index]) / 2);
+    std::sort(candidates.begin(), candidates.end());
+    const auto errors = [&](double threshold) {
+        const auto below = [](const std::vector<double>& scores, double value) {
+            return static_cast<double>(std::lower_bound(scores.begin(), scores.end(), value) -
+                                       scores.begin());
+        };
+        return (static_cast<double>(good.size()) - below(good, threshold)) /
+                   static_cast<double>(good.size()) +
+               below(bad, threshold) / static_cast<double>(bad.size());
+    };
+    return *std::min_element(candidates.begin(), candidates.end(),
+                             [&](double a, double b) { return errors(a) < errors(b); });
+}
+
+// The upper threshold separates the good images' cross-validated scores from the bad images'
+// where bad images are given, and lies above nearly all good ones otherwise; the lower threshold
+// lets regions grow around peaks.
 Tool TrainRed(const fs::path& folder, const TrainingOptions& options) {
     std::vector<cv::Mat> good;
     for (const fs::path& file : ImageFiles(folder / "good"))
@@ -73,24 +117,20 @@ Tool TrainRed(const fs::path& folder, const TrainingOptions& options) {
         Refuse("'" + (folder / "good").string() + "' holds no images");
     Tool tool = NewTool("defects", options.redType);
     tool.anomaly = TrainAnomalyModel(good, good.front().size());
-    std::vector<double> goodScores, badScores;
-    for (const cv::Mat& image : good)
-        goodScores.push_back(PeakScore(tool.anomaly, image));
+    const std::vector<double> goodScores = CrossValidatedScores(good, good.front().size());
+    std::vector<double> badScores;
     for (const fs::path& file : ImageFiles(folder / "bad"))
         badScores.push_back(PeakScore(tool.anomaly, ReadGrey(file)));
-    const double goodEdge = Percentile(goodScores, 0.95);
-    const double upper = badScores.empty()
-                             ? (goodEdge + 1) / 2
-                             : std::max(goodEdge, (goodEdge + Percentile(badScores, 0.05)) / 2);
+    const double upper = badScores.empty() ? (Percentile(goodScores, 0.95) + 1) / 2
+                                           : SeparatingThreshold(goodScores, badScores);
     tool.parameters[PathOf(tool.type, Role::Thresholds)] =
-        cv::format("[%f,%f]", upper * 0.75, upper);
+        cv::format("[%.9g,%.9g]", upper * 0.75, upper);
     return tool;
 }
 
 Classifier NewClassifier(const TrainingOptions& options) {
     Classifier classifier;
     classifier.sampleSize = options.sampleSize;
-    classifier.neighbours = options.neighbours;
     return classifier;
 }
 
@@ -115,6 +155,7 @@ Tool TrainGreen(const fs::path& folder, const TrainingOptions& options) {
     }
     if (tool.classifier.samples.empty())
         Refuse("'" + folder.string() + "' holds no class folders with images");
+    tool.classifier.machine = TrainMachine(tool.classifier, 1, options.machine);
     return tool;
 }
 
@@ -197,6 +238,7 @@ Tool TrainBlue(const fs::path& folder, const TrainingOptions& options) {
     }
     if (examples.empty())
         Refuse("'" + folder.string() + "' holds no image whose parts match its text");
+    tool.classifier.machine = TrainMachine(tool.classifier, 1, options.machine);
     tool.parameters[PathOf(tool.type, Role::FeatureSize)] =
         cv::format("%fx%f", sizeSum.width / static_cast<double>(partCount),
                    sizeSum.height / static_cast<double>(partCount));

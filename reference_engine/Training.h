@@ -4,6 +4,7 @@
 
 #include <opencv2/core.hpp>
 
+#include "Features.h"
 #include "Workspace.h"
 
 namespace KeloReference {
@@ -13,7 +14,8 @@ struct TrainingOptions {
     std::string greenType = "green";
     std::string blueType = "blue_read";
     cv::Size sampleSize{20, 20};
-    int neighbours = 5;
+    // C and gamma, chosen by five-fold cross-validation on the example's training digits.
+    MachineSettings machine{4, 1};
 };
 
 // Trains a workspace from a folder of labelled images, one stream per kind found:

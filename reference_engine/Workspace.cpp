@@ -99,26 +99,36 @@ void WriteModel(cv::FileStorage& file, const Model& model) {
 Classifier ReadClassifier(const cv::FileNode& node) {
     Classifier classifier;
     node["sample_size"] >> classifier.sampleSize;
-    node["neighbours"] >> classifier.neighbours;
     node["classes"] >> classifier.classes;
     node["samples"] >> classifier.samples;
     node["labels"] >> classifier.labels;
     if (classifier.samples.rows != classifier.labels.rows ||
         classifier.samples.cols != classifier.sampleSize.area())
         FileFailure("classifier samples do not match their labels and sample size");
+    if (node["machine"].empty())
+        FileFailure("the classifier has no trained machine");
+    classifier.machine = cv::ml::SVM::create();
+    classifier.machine->read(node["machine"]);
     return classifier;
 }
 
 void WriteClassifier(cv::FileStorage& file, const Classifier& classifier) {
+    if (!classifier.machine)
+        FileFailure("a classifier is written with its trained machine");
     file << "classifier"
          << "{";
-    file << "sample_size" << classifier.sampleSize << "neighbours" << classifier.neighbours;
+    file << "sample_size" << classifier.sampleSize;
     file << "classes"
          << "[";
     for (const std::string& name : classifier.classes)
         file.write("", name);
     file << "]";
-    file << "samples" << classifier.samples << "labels" << classifier.labels << "}";
+    file << "samples" << classifier.samples << "labels" << classifier.labels;
+    file << "machine"
+         << "{";
+    classifier.machine->write(file);
+    file << "}"
+         << "}";
 }
 
 Tool ReadTool(const cv::FileNode& node) {
@@ -131,10 +141,16 @@ Tool ReadTool(const cv::FileNode& node) {
               {},
               {}};
     if (!node["anomaly"].empty()) {
-        node["anomaly"]["mean"] >> tool.anomaly.mean;
-        node["anomaly"]["spread"] >> tool.anomaly.spread;
+        const cv::FileNode anomaly = node["anomaly"];
+        anomaly["mean"] >> tool.anomaly.mean;
+        anomaly["spread"] >> tool.anomaly.spread;
+        anomaly["modes"] >> tool.anomaly.modes;
         if (tool.anomaly.mean.size() != tool.anomaly.spread.size())
             FileFailure("anomaly model of tool '" + tool.id + "' has mean and spread of two sizes");
+        if (!tool.anomaly.modes.empty() &&
+            (tool.anomaly.modes.cols != static_cast<int>(tool.anomaly.mean.total()) ||
+             tool.anomaly.modes.type() != CV_32F))
+            FileFailure("anomaly modes of tool '" + tool.id + "' do not match its mean");
     }
     if (!node["classifier"].empty())
         tool.classifier = ReadClassifier(node["classifier"]);
@@ -157,7 +173,8 @@ void WriteTools(cv::FileStorage& file, const std::vector<Tool>& tools) {
         if (!tool.anomaly.mean.empty())
             file << "anomaly"
                  << "{"
-                 << "mean" << tool.anomaly.mean << "spread" << tool.anomaly.spread << "}";
+                 << "mean" << tool.anomaly.mean << "spread" << tool.anomaly.spread << "modes"
+                 << tool.anomaly.modes << "}";
         if (!tool.classifier.samples.empty())
             WriteClassifier(file, tool.classifier);
         if (!tool.models.empty()) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <opencv2/core.hpp>
+#include <opencv2/ml.hpp>
 
 namespace KeloReference {
 
@@ -12,20 +13,25 @@ namespace KeloReference {
 // Ordered by path; looked up by any text without making a string of it.
 using Parameters = std::map<std::string, std::string, std::less<>>;
 
-// Per-pixel model of good images: mean and spread of the grey values, both CV_32F of one size.
+// Per-pixel model of good images: mean and spread of the grey values, both CV_32F of one size,
+// and the principal modes of their variation, one per row of mean.total() values (CV_32F); the
+// spread is that of what the modes leave.
 struct AnomalyModel {
     cv::Mat mean;
     cv::Mat spread;
+    cv::Mat modes;
 };
 
-// The training samples of a k-nearest-neighbour classifier. Samples are normalised grey images
-// of sampleSize, one per row (CV_8U); labels index classes (CV_32S, one column).
+// A classifier's training samples and the support vector machine trained on them. Samples are
+// normalised grey images of sampleSize, one per row (CV_8U); labels index classes (CV_32S, one
+// column). The machine takes the samples' features at sampling density 1; a file without it
+// has one trained when the classifier is first used.
 struct Classifier {
     cv::Size sampleSize;
-    int neighbours = 5;
     std::vector<std::string> classes;
     cv::Mat samples;
     cv::Mat labels;
+    cv::Ptr<cv::ml::SVM> machine;
 };
 
 struct LayoutRegion {

@@ -20,8 +20,9 @@ void PrintTools(const std::vector<KeloReference::Tool>& tools) {
         if (!tool.anomaly.mean.empty())
             std::printf(": anomaly model of %dx%d", tool.anomaly.mean.cols, tool.anomaly.mean.rows);
         if (!tool.classifier.samples.empty())
-            std::printf(": %d samples of %zu classes", tool.classifier.samples.rows,
-                        tool.classifier.classes.size());
+            std::printf(": %d samples of %zu classes, %d support vectors",
+                        tool.classifier.samples.rows, tool.classifier.classes.size(),
+                        tool.classifier.machine->getSupportVectors().rows);
         for (const KeloReference::Model& model : tool.models)
             std::printf(", model %s (%s)", model.id.c_str(), model.type.c_str());
         std::printf("\n");

@@ -197,10 +197,10 @@ TEST(CommandLine, CsvQuotesANameWithACommaAndOverlayNamesStayApart) {
 
 TEST(CommandLine, ParametersChangeTheAnswers) {
     for (auto [arguments, answer] :
-         {std::pair{"UNSEEN/red/bad_0000.png", "anomaly"},
-          {"-p defects.UpperThreshold=1 UNSEEN/red/bad_0000.png", "good"},
-          {"-s read UNSEEN/blue/00433_0015.png", "00433"},
-          {"-s read -p reader.text.MinimumLength=6 UNSEEN/blue/00433_0015.png", ""}}) {
+         {std::pair{"UNSEEN/red/bad_0003.png", "anomaly"},
+          {"-p defects.UpperThreshold=1 UNSEEN/red/bad_0003.png", "good"},
+          {"-s read UNSEEN/blue/40342_0012.png", "40342"},
+          {"-s read -p reader.text.MinimumLength=6 UNSEEN/blue/40342_0012.png", ""}}) {
         const Outcome run = Cli(std::string("run WS ") + arguments);
         EXPECT_EQ(nlohmann::json::parse(Lines(run.out).at(0))["tools"][0]["answer"], answer)
             << arguments;

@@ -86,16 +86,16 @@ TEST_F(ReferenceEndToEnd, BlueReadsTheRowAndAHigherThresholdLeavesItUnread) {
     auto tool = Select<DLBlueReadToolRuntimeParams>("read");
     ASSERT_TRUE(tool);
     ASSERT_EQ(tool->Models()->Count(), 3);
-    const auto blue = Run("blue", "00433_0015.png")->ResultBlue();
+    const auto blue = Run("blue", "82419_0190.png")->ResultBlue();
     ASSERT_EQ(blue->Features()->Count(), 5);
     EXPECT_NEAR(blue->Features()->Item(0)->Rectangle()->CenterX(), 10, 1);
     const auto read = std::dynamic_pointer_cast<DLResultMatchString>(blue->Matches()->Item(0));
     ASSERT_TRUE(read);
-    EXPECT_EQ(read->MatchString(), "00433");
+    EXPECT_EQ(read->MatchString(), "82419");
     EXPECT_EQ(read->Features()->Count(), 5);
 
     tool->setThreshold(0.7);
-    const auto strict = Run("blue", "00433_0015.png")->ResultBlue();
+    const auto strict = Run("blue", "82419_0190.png")->ResultBlue();
     EXPECT_EQ(strict->Features()->Count(), 4);
     for (const auto& match : *strict->Matches())
         EXPECT_EQ(match->ModelType(), "layout");

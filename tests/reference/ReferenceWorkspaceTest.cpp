@@ -6,6 +6,7 @@
 
 #include "ExampleWorkspace.h"
 #include "Failure.h"
+#include "Features.h"
 #include "Parameters.h"
 #include "Workspace.h"
 
@@ -29,16 +30,18 @@ fs::path WorkFile(const std::string& name) {
 }
 
 TEST(WorkspaceFile, KeepsEverythingThroughAWriteAndARead) {
-    const Classifier trained =
-        ReadWorkspace(TrainedExample().workspace).streams.at(1).tools.at(0).classifier;
+    const Workspace example = ReadWorkspace(TrainedExample().workspace);
+    const Classifier& trained = example.streams.at(1).tools.at(0).classifier;
+    const AnomalyModel& anomaly = example.streams.at(0).tools.at(0).anomaly;
     Tool child{"child", "child-uuid", "green_quick", {}, {}, trained, {}, {}};
     child.parameters["runtime_parameters/heat_map_on"] = "true";
     Tool blue{"reader", "reader-uuid", "blue", {}, {}, {}, {}, {child}};
     blue.parameters["sampling/feature_size"] = "[not checked here]";
     blue.models.push_back({"zeros", "node", {{"occurrences", "2"}}, "0", {}});
     blue.models.push_back({"slots", "layout", {}, "", {{"slot1", cv::Rect2d(1.5, 2, 10, 12.25)}}});
+    const Tool red{"defects", "red-uuid", "red", {}, anomaly, {}, {}, {}};
     const Workspace written{
-        "file-uuid", "2024-06-01T12:00:00Z", {{"read", "read-uuid", "0,0,100,20", {blue}}}};
+        "file-uuid", "2024-06-01T12:00:00Z", {{"read", "read-uuid", "0,0,100,20", {blue, red}}}};
     WriteWorkspace(written, WorkFile("roundtrip.yml").string());
     const Workspace read = ReadWorkspace(WorkFile("roundtrip.yml").string());
 
@@ -56,6 +59,14 @@ TEST(WorkspaceFile, KeepsEverythingThroughAWriteAndARead) {
     EXPECT_EQ(readChild.type, "green_quick");
     EXPECT_EQ(readChild.classifier.classes, child.classifier.classes);
     EXPECT_EQ(cv::norm(readChild.classifier.samples, child.classifier.samples, cv::NORM_INF), 0);
+    const AnomalyModel& readAnomaly = read.streams[0].tools.at(1).anomaly;
+    ASSERT_EQ(readAnomaly.modes.size(), cv::Size(20 * 20, 2));
+    EXPECT_EQ(cv::norm(readAnomaly.modes, anomaly.modes, cv::NORM_INF), 0);
+    EXPECT_EQ(cv::norm(readAnomaly.spread, anomaly.spread, cv::NORM_INF), 0);
+    // The machine comes back exactly: the same scores to the last bit.
+    const cv::Mat digit = TrainedExample().Grey("green", "7_0000.png");
+    EXPECT_EQ(SupportVectorClassifier(readChild.classifier, 1).Scores(digit),
+              SupportVectorClassifier(child.classifier, 1).Scores(digit));
 }
 
 TEST(WorkspaceFile, RefusesFilesItCannotUse) {
@@ -71,6 +82,10 @@ TEST(WorkspaceFile, RefusesFilesItCannotUse) {
          "  - { id: s, uuid: v, tools: [ { id: t, uuid: w, type: blue, models: [ { id: m, "
          "type: layout, regions: [ { name: r, box: [ 1, 2 ] } ] } ] } ] }\n",
          "layout region box of model 'm' needs four numbers"},
+        {"%YAML:1.0\n---\nformat: kelo-reference-workspace\nversion: 1\nuuid: u\nstreams:\n"
+         "  - { id: s, uuid: v, tools: [ { id: t, uuid: w, type: green, classifier: { classes: "
+         "[ a, b ] } } ] }\n",
+         "the classifier has no trained machine"},
         {nullptr, "cannot read workspace file"},
     };
     for (const auto& c : cases) {
@@ -122,15 +137,25 @@ TEST(Training, LearnsEachDigitOnceAndThePatternOfTheRows) {
 }
 
 TEST(Training, RefusesFoldersWithoutUsableImages) {
-    const fs::path empty = WorkFile("empty-training");
-    fs::create_directories(empty / "blue");
-    fs::copy_file(TrainedExample().Analyse("green", "7_0000.png"), empty / "blue" / "12_0.png",
-                  fs::copy_options::overwrite_existing);
-    EXPECT_EQ(Refusal([&] { TrainWorkspace(WorkFile("nothing").string(), {}); }),
-              "'" + WorkFile("nothing").string() +
-                  "' holds none of the folders red, green and blue");
-    EXPECT_EQ(Refusal([&] { TrainWorkspace(empty.string(), {}); }),
-              "'" + (empty / "blue").string() + "' holds no image whose parts match its text");
+    const fs::path seven = TrainedExample().Analyse("green", "7_0000.png");
+    const struct {
+        const char* folder;
+        const char* image; // a copy of the seven, or none
+        std::string because;
+    } cases[] = {
+        {"nothing", nullptr, "' holds none of the folders red, green and blue"},
+        {"unmatched", "blue/12_0.png", "/blue' holds no image whose parts match its text"},
+        {"one-class", "green/7/a.png", "a classifier needs samples of two classes at least"},
+    };
+    for (const auto& c : cases) {
+        const fs::path folder = WorkFile(c.folder);
+        if (c.image) {
+            fs::create_directories((folder / c.image).parent_path());
+            fs::copy_file(seven, folder / c.image, fs::copy_options::overwrite_existing);
+        }
+        const std::string refusal = Refusal([&] { TrainWorkspace(folder.string(), {}); });
+        EXPECT_NE(refusal.find(c.because), std::string::npos) << refusal;
+    }
 }
 
 } // namespace
