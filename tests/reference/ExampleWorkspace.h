@@ -44,8 +44,7 @@ struct Example {
 
 inline Example ExampleIn(const std::filesystem::path& folder,
                          const std::filesystem::path& scratch) {
-    return {folder, (folder / "digits.yml").string(), (folder / "all-types.yml").string(),
-            scratch};
+    return {folder, (folder / "digits.yml").string(), (folder / "all-types.yml").string(), scratch};
 }
 
 // Cuts the example images out of the digits sheet and trains both workspace files into folder.
