@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <map>
 #include <regex>
 #include <sstream>
 
@@ -225,18 +226,33 @@ TEST(CommandLine, EvalMeasuresEachStreamAgainstTheFileNames) {
         const char* headline;
         const char* right;
         std::vector<std::string> plots;
+        // What a user may count on for new images of the sheet. Reading and ranking stand below
+        // the aims (0.90 of rows exact, 0.02 of characters wrong, an AUROC of 0.99) that the
+        // method does not reach yet.
+        std::map<std::string, double> least;
+        std::map<std::string, double> most;
     } cases[] = {
         {"red",
          "anomaly",
          "stream anomaly, tool defects (red): anomaly detection of ",
          "correct",
-         {"confusion.png", "roc.png", "scores.png"}},
+         {"confusion.png", "roc.png", "scores.png"},
+         {{"accuracy", 0.98}, {"auroc", 0.98}},
+         {}},
         {"green",
          "classify",
          "stream classify, tool classes (green): classification of ",
          "correct",
-         {"confusion.png"}},
-        {"blue", "read", "stream read, tool reader (blue_read): reading of ", "exact", {}},
+         {"confusion.png"},
+         {{"accuracy", 0.98}},
+         {}},
+        {"blue",
+         "read",
+         "stream read, tool reader (blue_read): reading of ",
+         "exact",
+         {},
+         {{"exact_rate", 0.85}},
+         {{"character_error_rate", 0.04}}},
     };
     for (const auto& c : cases) {
         const fs::path out = Scratch(std::string("eval-") + c.kind);
@@ -263,6 +279,10 @@ TEST(CommandLine, EvalMeasuresEachStreamAgainstTheFileNames) {
         EXPECT_EQ(figures["images"], measured) << c.kind;
         EXPECT_EQ(figures["without_truth"], 0) << c.kind;
         EXPECT_EQ(figures[c.right], right) << c.kind;
+        for (const auto& [figure, least] : c.least)
+            EXPECT_GE(figures[figure].get<double>(), least) << c.kind << " " << figure;
+        for (const auto& [figure, most] : c.most)
+            EXPECT_LE(figures[figure].get<double>(), most) << c.kind << " " << figure;
         EXPECT_EQ(FileNames(out / "plots"), c.plots) << c.kind;
         for (const std::string& plot : c.plots)
             EXPECT_GT(cv::imread((out / "plots" / plot).string()).cols, 300) << plot;
