@@ -1,3 +1,10 @@
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <regex>
+
 #include <Vision/Core/Vect2.h>
 
 #include "EngineTest.h"
@@ -295,6 +302,70 @@ TEST_F(Catalogue, OneArchiveKeepsOneObjectPerTrackedPointer) {
     EXPECT_EQ(loaded->SourceFile(), "");
     EXPECT_EQ(loaded->Name(), workspace_->Name());
     EXPECT_EQ(loadedBlue->FeatureSize()->Y(), 24);
+}
+
+// A file's bytes, or nothing when it does not exist.
+std::optional<std::string> Kept(std::filesystem::path const& file) {
+    std::ifstream kept(file, std::ios::binary);
+    if (!kept)
+        return std::nullopt;
+    return std::string{std::istreambuf_iterator<char>(kept), {}};
+}
+
+// GUIDs that each construction or load makes afresh are no part of the format.
+std::string WithoutGuids(std::string const& bytes) {
+    static std::regex const guid("[0-9a-f]{8}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{4}-[0-9a-f]{12}");
+    return std::regex_replace(bytes, guid, std::string(36, '*'));
+}
+
+// Every tool and model class, an operator and a runtime tool on the file archive to the bytes
+// kept in deeplearning/archives, and each kept archive loads and saves to the same bytes, or to
+// those kept beside it as NAME.reloaded.bin where a reload writes texts anew (an operator
+// composes its tools' threshold texts again). So the format stays whatever the classes' code
+// becomes. A change meant to alter it writes the files afresh, with TAVRIN_WRITE_ARCHIVES=1.
+TEST_F(Catalogue, EveryClassArchivesToTheBytesKeptForIt) {
+    auto const op = Tavrin::Brnt::CreateObject<DLOperator>();
+    op->LoadWorkspace(File);
+    auto const runtimeTool = Tavrin::Brnt::CreateObject<DLRuntimeTool>();
+    runtimeTool->LoadWorkspace(File);
+    auto const blueModels = Find<DLBlueToolRuntimeParams>("blue")->Models();
+    std::pair<char const*, std::shared_ptr<Tavrin::Vision::ShareableBase>> const objects[] = {
+        {"DLFocusedModeRedToolRuntimeParams", Find<DLToolRuntimeParams>("focused")},
+        {"DLHdmRedToolRuntimeParams", Find<DLToolRuntimeParams>("hdm")},
+        {"DLQuickRedToolRuntimeParams", Find<DLToolRuntimeParams>("quick")},
+        {"DLFocusedModeGreenToolRuntimeParams", Find<DLToolRuntimeParams>("fgreen")},
+        {"DLHdmGreenToolRuntimeParams", Find<DLToolRuntimeParams>("hgreen")},
+        {"DLBlueReadToolRuntimeParams", Find<DLToolRuntimeParams>("read")},
+        {"DLQuickGreenToolRuntimeParams", Find<DLToolRuntimeParams>("qgreen")},
+        {"DLBlueToolRuntimeParams", Find<DLToolRuntimeParams>("blue")},
+        {"DLBlueNodeModel", blueModels->Item(0)},
+        {"DLBlueStringModel", blueModels->Item(1)},
+        {"DLBlueRegexModel", blueModels->Item(2)},
+        {"DLBlueLayoutModel", blueModels->Item(3)},
+        {"DLOperator", op},
+        {"DLRuntimeTool", runtimeTool},
+    };
+    auto const reloaded = [](std::string const& bytes) {
+        return ToolTest::Saved(ToolTest::Loaded<Tavrin::Vision::ShareableBase>(bytes));
+    };
+    for (auto const& [name, object] : objects) {
+        SCOPED_TRACE(name);
+        std::filesystem::path const folder(TAVRIN_ARCHIVE_DATA_DIR);
+        std::filesystem::path const file = folder / (std::string(name) + ".bin");
+        std::filesystem::path const reloadedFile = folder / (std::string(name) + ".reloaded.bin");
+        std::string const bytes = ToolTest::Saved(object);
+        if (std::getenv("TAVRIN_WRITE_ARCHIVES")) {
+            std::ofstream(file, std::ios::binary) << bytes;
+            std::filesystem::remove(reloadedFile);
+            if (std::string const again = reloaded(bytes);
+                WithoutGuids(again) != WithoutGuids(bytes))
+                std::ofstream(reloadedFile, std::ios::binary) << again;
+        }
+        std::optional<std::string> const kept = Kept(file);
+        ASSERT_TRUE(kept) << file;
+        EXPECT_EQ(WithoutGuids(bytes), WithoutGuids(*kept));
+        EXPECT_EQ(WithoutGuids(reloaded(*kept)), WithoutGuids(Kept(reloadedFile).value_or(*kept)));
+    }
 }
 
 } // namespace
