@@ -1,3 +1,4 @@
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -147,7 +148,18 @@ TEST(ReflectionFlags, ConstantsAreReadOnlyValuesMarkedAsFlags) {
         rttr::property const constant = TypeNamed(type).get_property(name);
         ASSERT_TRUE(constant.is_valid()) << type << "::" << name;
         EXPECT_TRUE(constant.is_readonly());
-        EXPECT_EQ(constant.get_value(rttr::instance()).get_value<long long>(), value) << name;
+        // Read as a host without our headers would: through RTTR's ordinary conversions.
+        rttr::variant const read = constant.get_value(rttr::instance());
+        bool converted = false;
+        EXPECT_EQ(read.to_int64(&converted), value) << name;
+        EXPECT_TRUE(converted) << name;
+        EXPECT_EQ(read.convert<long long>(), value) << name;
+        EXPECT_EQ(read.to_uint64(), static_cast<std::uint64_t>(value)) << name;
+        EXPECT_EQ(read.to_double(), static_cast<double>(value)) << name;
+        EXPECT_EQ(read.to_string(), std::to_string(value)) << name;
+        EXPECT_TRUE(read.to_bool()) << name;
+        read.to_int8(&converted);
+        EXPECT_EQ(converted, value <= 127) << name << " does not fit in 8 bits";
         EXPECT_EQ(constant.get_metadata("PropertyAccessorType").get_value<PropertyType>(),
                   PropertyType::ChangeFlag);
     }
