@@ -129,14 +129,67 @@ TEST(CommandLine, RefusalsAndMissingThingsEndWithAStatusAndTheReason) {
     }
 }
 
-TEST(CommandLine, AnUnreadableImageStopsTheRunWithNothingWritten) {
-    const fs::path out = Scratch("unreadable");
-    const Outcome run = Cli("run WS UNSEEN/red/bad_0000.png WS --json " +
+// A folder of two example digits around an image file that does not decode.
+fs::path FolderWithABrokenImage(const std::string& name) {
+    const fs::path folder = Scratch(name) / "images";
+    fs::create_directories(folder);
+    fs::copy_file(TrainedExample().Analyse("green", "5_0000.png"), folder / "5_a.png");
+    std::ofstream(folder / "5_b.png") << "not an image";
+    fs::copy_file(TrainedExample().Analyse("green", "1_0000.png"), folder / "1_c.png");
+    return folder;
+}
+
+TEST(CommandLine, AnImageWithoutAnAnswerIsAFailedRowAndTheBatchGoesOn) {
+    const fs::path images = FolderWithABrokenImage("failed-rows");
+    const fs::path out = images.parent_path();
+    const std::string broken = (images / "5_b.png").string();
+    const Outcome run = Cli("run WS -s classify " + images.string() + " WS --json " +
                             (out / "r.jsonl").string() + " --csv " + (out / "r.csv").string());
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err.find("cannot read image " + TrainedExample().workspace), std::string::npos)
-        << run.err;
-    EXPECT_TRUE(fs::is_empty(out));
+    EXPECT_EQ(run.status, 3);
+    for (const std::string& named :
+         {"tavrin-dl: " + broken + ": not a readable image\n",
+          "tavrin-dl: " + TrainedExample().workspace + ": not a readable image\n",
+          std::string("4 images through stream classify\n"),
+          std::string("  without an answer: 2 (named above)\n")})
+        EXPECT_NE(run.err.find(named), std::string::npos) << named << '\n' << run.err;
+
+    const auto csv = Lines(Contents(out / "r.csv"));
+    ASSERT_EQ(csv.size(), 5u);
+    EXPECT_EQ(csv[0], "image,stream,tool,type,answer,score,error");
+    EXPECT_EQ(csv[1].rfind((images / "1_c.png").string() + ",classify,classes,green,1,", 0), 0u);
+    EXPECT_EQ(csv[1].back(), ',');
+    EXPECT_EQ(csv[3], broken + ",classify,,,,,not a readable image");
+    EXPECT_EQ(csv[4], TrainedExample().workspace + ",classify,,,,,not a readable image");
+
+    const auto lines = Lines(Contents(out / "r.jsonl"));
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_FALSE(nlohmann::json::parse(lines[0]).contains("error"));
+    EXPECT_EQ(nlohmann::json::parse(lines[2]),
+              nlohmann::json({{"image", broken},
+                              {"stream", "classify"},
+                              {"tools", nlohmann::json::array()},
+                              {"error", "not a readable image"}}));
+}
+
+TEST(CommandLine, EvalAndBenchCountAnImageWithoutAnAnswerApart) {
+    const fs::path images = FolderWithABrokenImage("failed-eval");
+    const fs::path figures = images.parent_path() / "eval.json";
+    const Outcome eval =
+        Cli("eval WS -s classify " + images.string() + " --json " + figures.string());
+    EXPECT_EQ(eval.status, 3) << eval.err;
+    EXPECT_NE(eval.err.find((images / "5_b.png").string() + ": not a readable image"),
+              std::string::npos)
+        << eval.err;
+    EXPECT_NE(eval.out.find("  images without an answer, not measured: 1\n"), std::string::npos)
+        << eval.out;
+    const nlohmann::json measured = nlohmann::json::parse(Contents(figures));
+    EXPECT_EQ(measured["images"], 2);
+    EXPECT_EQ(measured["without_answer"], 1);
+
+    const Outcome bench = Cli("bench WS -s classify --seconds 0.1 " + images.string());
+    EXPECT_EQ(bench.status, 3) << bench.err;
+    EXPECT_NE(bench.err.find("5_b.png: not a readable image"), std::string::npos) << bench.err;
+    EXPECT_NE(bench.out.find(" on 2 images in "), std::string::npos) << bench.out;
 }
 
 TEST(CommandLine, RunWritesALineARowAndAnOverlayPerImage) {
@@ -154,7 +207,7 @@ TEST(CommandLine, RunWritesALineARowAndAnOverlayPerImage) {
     ASSERT_EQ(lines.size(), images);
     const auto csv = Lines(Contents(out / "r.csv"));
     ASSERT_EQ(csv.size(), images + 1);
-    EXPECT_EQ(csv[0], "image,stream,tool,type,answer,score");
+    EXPECT_EQ(csv[0], "image,stream,tool,type,answer,score,error");
     std::size_t right = 0;
     for (std::size_t i = 0; i < images; ++i) {
         const nlohmann::json line = nlohmann::json::parse(lines[i]);
@@ -347,8 +400,6 @@ TEST(CommandLine, EvalRefusesBadTruthAndWritesNothing) {
         {truth("image,truth\na.png,seven\n"), 1,
          "the truth names classes that tool classes never named on these images: 'seven' (it "
          "named '"},
-        {"eval WS UNSEEN/red/bad_0000.png WS", 1,
-         "cannot read image " + TrainedExample().workspace},
         {"eval WS -s classify -t nobody UNSEEN/green", 2, "stream classify has no tool nobody"},
         {"eval WS", 2, "images is required"},
     };
