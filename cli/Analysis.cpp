@@ -104,6 +104,7 @@ BenchFigures Analyser::MeasureBench(double seconds) {
         figures.runs += benchImages_.size();
         figures.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     } while (figures.seconds < seconds);
+    figures.workerSeconds = figures.seconds;
     return figures;
 }
 

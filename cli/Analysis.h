@@ -21,8 +21,8 @@ struct BatchSetup {
     std::optional<double> threshold;
 };
 
-// Everything the commands keep of one image, so that it can cross from a worker process: either
-// the answers, or the reason why there are none.
+// Everything the commands keep of one image, in a form that crosses from a worker process:
+// either the answers, or the reason why there are none.
 struct ImageOutcome {
     std::optional<std::string> error;
     std::string jsonLine;
@@ -34,11 +34,13 @@ struct ImageOutcome {
     std::vector<unsigned char> overlay;
 };
 
-// What a bench measured.
+// What a bench measured: the runs of all its jobs, the engine's share of them, the time it took
+// and the time all jobs took together.
 struct BenchFigures {
     std::size_t runs = 0;
     double engineSeconds = 0;
     double seconds = 0;
+    double workerSeconds = 0;
 };
 
 // An image that yielded no answer, and why.

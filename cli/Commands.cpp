@@ -1,9 +1,10 @@
 #include "Commands.h"
 
+#include <algorithm>
 #include <iostream>
 #include <set>
 
-#include "Analysis.h"
+#include "Batch.h"
 #include "Evaluation.h"
 #include "Failure.h"
 #include "Images.h"
@@ -90,24 +91,28 @@ void ReportFailure(const std::filesystem::path& image, const std::string& reason
     std::cerr << "tavrin-dl: " << image.string() << ": " << reason << '\n';
 }
 
-// Analyses each image in turn under a progress bar, naming on standard error each image that
-// yields no answer, and hands on every outcome; the number of images without an answer.
+// Analyses the images under one progress bar, naming on standard error each image that yields
+// no answer, and hands on every outcome in input order; the number of images without an answer.
 template <class Use>
-std::size_t AnalyseEach(Analyser& analyser, const std::vector<std::filesystem::path>& files,
+std::size_t AnalyseEach(Batch& batch, const std::vector<std::filesystem::path>& files,
                         Use&& use) {
     Progress progress(files.size());
     std::size_t failed = 0;
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        progress.Show(i, files[i].filename().string());
-        const ImageOutcome outcome = analyser.Analyse(files[i]);
+    batch.ForEach(files, [&](std::size_t i, const ImageOutcome& outcome) {
         if (outcome.error) {
             progress.Clear();
             ReportFailure(files[i], *outcome.error);
             ++failed;
         }
         use(i, outcome);
-    }
+        progress.Show(i + 1, files[i].filename().string());
+    });
     return failed;
+}
+
+// No more workers than images.
+std::size_t JobsFor(const Options& options, std::size_t images) {
+    return std::min(options.jobs, images);
 }
 
 int StatusOfBatch(std::size_t failed) {
@@ -116,16 +121,16 @@ int StatusOfBatch(std::size_t failed) {
 
 int Run(const Options& options) {
     const auto files = CollectImages(options.inputs);
-    Analyser analyser(options);
+    Batch batch(options, JobsFor(options, files.size()));
     if (options.overlay)
         std::filesystem::create_directories(*options.overlay);
-    const std::string& stream = analyser.Setup().stream;
+    const std::string& stream = batch.Setup().stream;
     ResultWriters writers(options.json, options.csv,
                           options.json || options.csv ? nullptr : &std::cout);
     AnswerCounts counts;
     std::set<std::string> overlayNames;
     const std::size_t failed =
-        AnalyseEach(analyser, files, [&](std::size_t i, const ImageOutcome& outcome) {
+        AnalyseEach(batch, files, [&](std::size_t i, const ImageOutcome& outcome) {
             const std::string image = files[i].string();
             if (outcome.error) {
                 writers.WriteFailure(image, stream, *outcome.error);
@@ -190,10 +195,10 @@ struct Measured {
     std::size_t failed = 0;
 };
 
-Measured Measure(Analyser& analyser, const TruthsOfImages& images) {
+Measured Measure(Batch& batch, const TruthsOfImages& images) {
     Measured measured;
     measured.failed =
-        AnalyseEach(analyser, images.files, [&](std::size_t i, const ImageOutcome& outcome) {
+        AnalyseEach(batch, images.files, [&](std::size_t i, const ImageOutcome& outcome) {
             if (outcome.error)
                 return;
             const Answer& answer = outcome.toolAnswer;
@@ -208,10 +213,10 @@ Measured Measure(Analyser& analyser, const TruthsOfImages& images) {
 
 int Eval(const Options& options) {
     const TruthsOfImages images = ImagesWithTruth(options);
-    Analyser analyser(options);
-    const BatchSetup& setup = analyser.Setup();
+    Batch batch(options, JobsFor(options, images.files.size()));
+    const BatchSetup& setup = batch.Setup();
     const Task task = TaskOf(setup.toolType);
-    const Measured measured = Measure(analyser, images);
+    const Measured measured = Measure(batch, images);
 
     EvaluationSubject subject;
     subject.workspace = options.workspace;
@@ -230,22 +235,23 @@ int Eval(const Options& options) {
 
 int Bench(const Options& options) {
     const auto files = CollectImages(options.inputs);
-    Analyser analyser(options);
-    const auto failures = analyser.PrepareBench(files);
-    for (const ImageFailure& failure : failures)
+    Batch batch(options, options.jobs);
+    const BenchOutcome outcome = batch.Bench(files, options.seconds);
+    for (const ImageFailure& failure : outcome.failures)
         ReportFailure(failure.image, failure.reason);
-    if (failures.size() == files.size())
+    if (outcome.failures.size() == files.size())
         throw CommandError("none of the " + std::to_string(files.size()) + " images can be run");
-    const BenchFigures figures = analyser.MeasureBench(options.seconds);
 
+    const BenchFigures& figures = outcome.figures;
     const double seconds = figures.seconds;
-    std::cout << figures.runs << " runs of stream " << analyser.Setup().stream << " on "
-              << files.size() - failures.size() << " images in " << seconds
-              << " s: " << figures.runs / seconds << " images/s\n"
-              << "engine analysis " << 100 * figures.engineSeconds / seconds
-              << " %, library and calls " << 100 * (1 - figures.engineSeconds / seconds)
-              << " % of the time\n";
-    return StatusOfBatch(failures.size());
+    const double engineShare = figures.engineSeconds / figures.workerSeconds;
+    std::cout << figures.runs << " runs of stream " << batch.Setup().stream << " on "
+              << files.size() - outcome.failures.size() << " images in " << seconds << " s by "
+              << options.jobs << (options.jobs == 1 ? " job" : " jobs") << ": "
+              << figures.runs / seconds << " images/s\n"
+              << "engine analysis " << 100 * engineShare << " %, library and calls "
+              << 100 * (1 - engineShare) << " % of the time\n";
+    return StatusOfBatch(outcome.failures.size());
 }
 
 } // namespace
