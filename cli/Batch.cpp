@@ -29,7 +29,6 @@ Answer AnswerFromJson(const json& json) {
     return {json.at(0), json.at(1), json.at(2), json.at(3)};
 }
 
-
 json ToJson(const BatchSetup& setup) {
     json threshold = setup.threshold ? json(*setup.threshold) : json(nullptr);
     return {{"stream", setup.stream},
@@ -370,8 +369,7 @@ BenchOutcome Batch::Bench(const std::vector<std::filesystem::path>& files, doubl
         }
         return replies;
     };
-    outcome.failures =
-        FailuresFromJson(askAll({{"bench", names}, {"seconds", seconds}}).front());
+    outcome.failures = FailuresFromJson(askAll({{"bench", names}, {"seconds", seconds}}).front());
     for (const json& reply : askAll({{"go", true}})) {
         const BenchFigures figures = BenchFromJson(reply);
         outcome.figures.runs += figures.runs;

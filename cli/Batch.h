@@ -49,8 +49,7 @@ private:
 
     Worker Spawn();
     BatchSetup TakeSetup(Worker& worker);
-    void Assign(Worker& worker, const std::vector<std::filesystem::path>& files,
-                std::size_t& next);
+    void Assign(Worker& worker, const std::vector<std::filesystem::path>& files, std::size_t& next);
     // The worker ended: its image gets a failed outcome and a new worker takes its place when
     // images are left.
     ImageOutcome Replace(Worker& worker, bool imagesLeft);

@@ -94,8 +94,7 @@ void ReportFailure(const std::filesystem::path& image, const std::string& reason
 // Analyses the images under one progress bar, naming on standard error each image that yields
 // no answer, and hands on every outcome in input order; the number of images without an answer.
 template <class Use>
-std::size_t AnalyseEach(Batch& batch, const std::vector<std::filesystem::path>& files,
-                        Use&& use) {
+std::size_t AnalyseEach(Batch& batch, const std::vector<std::filesystem::path>& files, Use&& use) {
     Progress progress(files.size());
     std::size_t failed = 0;
     batch.ForEach(files, [&](std::size_t i, const ImageOutcome& outcome) {

@@ -20,8 +20,8 @@ using namespace Tavrin::Vision;
 // instead of passing over it.
 bool NamedAsImage(const std::filesystem::path& file) {
     static const std::set<std::string> extensions = {
-        ".bmp", ".dib", ".exr", ".hdr", ".jp2", ".jpe", ".jpeg", ".jpg", ".pbm", ".pfm",
-        ".pgm", ".pic", ".png", ".pnm", ".ppm", ".pxm", ".ras", ".sr",  ".tif", ".tiff", ".webp"};
+        ".bmp", ".dib", ".exr", ".hdr", ".jp2", ".jpe", ".jpeg", ".jpg", ".pbm",  ".pfm", ".pgm",
+        ".pic", ".png", ".pnm", ".ppm", ".pxm", ".ras", ".sr",   ".tif", ".tiff", ".webp"};
     std::string extension = file.extension().string();
     std::transform(extension.begin(), extension.end(), extension.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });

@@ -198,7 +198,9 @@ void ResultWriters::Write(const std::string& jsonLine, const std::string& image,
 void ResultWriters::WriteFailure(const std::string& image, const std::string& stream,
                                  const std::string& reason) {
     if (json_)
-        *json_ << json{{"image", image}, {"stream", stream}, {"tools", json::array()},
+        *json_ << json{{"image", image},
+                       {"stream", stream},
+                       {"tools", json::array()},
                        {"error", reason}}
                       .dump()
                << '\n';

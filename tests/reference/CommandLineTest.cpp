@@ -244,11 +244,10 @@ TEST(CommandLine, AnImageWithoutAnAnswerIsAFailedRowAndTheBatchGoesOn) {
     const auto lines = Lines(Contents(out / "r.jsonl"));
     ASSERT_EQ(lines.size(), 4u);
     EXPECT_FALSE(nlohmann::json::parse(lines[0]).contains("error"));
-    EXPECT_EQ(nlohmann::json::parse(lines[2]),
-              nlohmann::json({{"image", broken},
-                              {"stream", "classify"},
-                              {"tools", nlohmann::json::array()},
-                              {"error", "not a readable image"}}));
+    EXPECT_EQ(nlohmann::json::parse(lines[2]), nlohmann::json({{"image", broken},
+                                                               {"stream", "classify"},
+                                                               {"tools", nlohmann::json::array()},
+                                                               {"error", "not a readable image"}}));
 }
 
 TEST(CommandLine, EvalAndBenchCountAnImageWithoutAnAnswerApart) {
@@ -361,10 +360,9 @@ TEST(CommandLine, JobsWriteWhatOneJobWrites) {
     for (const int jobs : {1, 3}) {
         const fs::path out = Scratch("jobs-" + std::to_string(jobs));
         const std::string options = " --jobs " + std::to_string(jobs);
-        const Outcome run = Cli("run WS -s anomaly " + inputs + options + " --json " +
-                                (out / "r.jsonl").string() + " --csv " +
-                                (out / "r.csv").string() + " --overlay " +
-                                (out / "overlays").string());
+        const Outcome run =
+            Cli("run WS -s anomaly " + inputs + options + " --json " + (out / "r.jsonl").string() +
+                " --csv " + (out / "r.csv").string() + " --overlay " + (out / "overlays").string());
         EXPECT_EQ(run.status, 3) << run.err;
         const Outcome eval = Cli("eval WS -s anomaly " + inputs + options + " --json " +
                                  (out / "eval.json").string());
@@ -392,8 +390,7 @@ TEST(CommandLine, AWorkerThatDiesCostsOnlyItsImage) {
 
     EXPECT_EQ(run.status, 3) << run.err;
     const std::string lost = "the worker analysing it ended: killed by signal 9 (Killed)";
-    EXPECT_NE(run.err.find(stuck.path.string() + ": " + lost + "\n"), std::string::npos)
-        << run.err;
+    EXPECT_NE(run.err.find(stuck.path.string() + ": " + lost + "\n"), std::string::npos) << run.err;
     const auto rows = Lines(Contents(csv));
     ASSERT_EQ(rows.size(), 5u);
     EXPECT_EQ(rows[1], stuck.path.string() + ",classify,,,,," + lost);
