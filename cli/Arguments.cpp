@@ -1,5 +1,8 @@
 #include "Arguments.h"
 
+#include <algorithm>
+#include <thread>
+
 #include <CLI/CLI.hpp>
 
 namespace TavrinCli {
@@ -25,12 +28,18 @@ void AddRunInputs(CLI::App& command, Options& options) {
     command.add_option("images", options.inputs, "image files, or folders of images")->required();
     command.add_option("-s,--stream", options.stream, "stream to run (default: the first)");
     AddParameterOption(command, options);
+    command
+        .add_option("-j,--jobs", options.jobs,
+                    "worker processes, each with its own engine (default: one per core; 1 "
+                    "analyses in this process)")
+        ->check(CLI::Range(1, 1024));
 }
 
 } // namespace
 
 std::optional<Options> ParseArguments(int argc, char** argv, int& exitCode) {
     Options options;
+    options.jobs = std::max(1u, std::thread::hardware_concurrency());
     CLI::App app("Runs the streams of a deep-learning workspace on images, through the "
                  "Tavrin.Vision.DeepLearning library and the engine it loads.",
                  "tavrin-dl");

@@ -22,6 +22,8 @@ struct Options {
     std::optional<std::filesystem::path> truth;
     std::optional<std::filesystem::path> plots;
     double seconds = 2;
+    // Worker processes of run, eval and bench; one analyses in the tool's own process.
+    std::size_t jobs = 1;
 };
 
 // The options of the command line; nothing when the tool is to stop at once (help, or a misuse

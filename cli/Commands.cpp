@@ -1,15 +1,13 @@
 #include "Commands.h"
 
-#include <chrono>
+#include <algorithm>
 #include <iostream>
 #include <set>
 
-#include <opencv2/imgcodecs.hpp>
-
+#include "Batch.h"
 #include "Evaluation.h"
 #include "Failure.h"
 #include "Images.h"
-#include "Overlay.h"
 #include "Parameters.h"
 #include "Plots.h"
 #include "Progress.h"
@@ -19,8 +17,6 @@
 
 namespace TavrinCli {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 // The class of an object of the tree, without its namespace.
 std::string ClassName(const rttr::instance& object) {
@@ -48,11 +44,6 @@ void PrintTools(const DLToolRuntimeParamsReadOnlyCollection& tools, int depth) {
         if (tool->ChildTools())
             PrintTools(*tool->ChildTools(), depth + 1);
     }
-}
-
-void ApplyAll(Session& session, const std::vector<std::string>& assignments) {
-    for (const std::string& text : assignments)
-        session.Apply(ParseAssignment(text));
 }
 
 int Info(const Options& options) {
@@ -88,14 +79,6 @@ std::filesystem::path OverlayFile(const std::filesystem::path& folder,
     return folder / name;
 }
 
-void WriteOverlay(const std::filesystem::path& file, const cv::Mat& image, Session& session) {
-    std::vector<unsigned char> png;
-    const auto record = session.LastRunRecord();
-    if (!cv::imencode(".png", DrawOverlay(image, GraphicsOf(*record)), png))
-        throw CommandError("cannot encode the overlay " + file.string());
-    WriteFileAtomically(file, png);
-}
-
 void PrintWhere(const Options& options) {
     for (const auto& [what, where] : {std::pair{"JSON lines", options.json},
                                       {"CSV", options.csv},
@@ -104,58 +87,67 @@ void PrintWhere(const Options& options) {
             std::cerr << what << ": " << where->string() << '\n';
 }
 
-// Runs the stream on each image in turn under a progress bar, handing on the image read and
-// the result.
+void ReportFailure(const std::filesystem::path& image, const std::string& reason) {
+    std::cerr << "tavrin-dl: " << image.string() << ": " << reason << '\n';
+}
+
+// Analyses the images under one progress bar, naming on standard error each image that yields
+// no answer, and hands on every outcome in input order; the number of images without an answer.
 template <class Use>
-void RunEach(Session& session, const std::vector<std::filesystem::path>& files, Use&& use) {
+std::size_t AnalyseEach(Batch& batch, const std::vector<std::filesystem::path>& files, Use&& use) {
     Progress progress(files.size());
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        progress.Show(i, files[i].filename().string());
-        const cv::Mat image = ReadImage(files[i]);
-        const auto result = session.Run(ToVisionImage(image));
-        use(i, image, *result);
-    }
+    std::size_t failed = 0;
+    batch.ForEach(files, [&](std::size_t i, const ImageOutcome& outcome) {
+        if (outcome.error) {
+            progress.Clear();
+            ReportFailure(files[i], *outcome.error);
+            ++failed;
+        }
+        use(i, outcome);
+        progress.Show(i + 1, files[i].filename().string());
+    });
+    return failed;
+}
+
+// No more workers than images.
+std::size_t JobsFor(const Options& options, std::size_t images) {
+    return std::min(options.jobs, images);
+}
+
+int StatusOfBatch(std::size_t failed) {
+    return failed ? SomeImagesFailed : 0;
 }
 
 int Run(const Options& options) {
-    Session session(options.workspace);
-    session.SelectStream(options.stream);
-    ApplyAll(session, options.assignments);
     const auto files = CollectImages(options.inputs);
+    Batch batch(options, JobsFor(options, files.size()));
     if (options.overlay)
         std::filesystem::create_directories(*options.overlay);
-    const std::string stream = session.Stream()->Name();
+    const std::string& stream = batch.Setup().stream;
     ResultWriters writers(options.json, options.csv,
                           options.json || options.csv ? nullptr : &std::cout);
     AnswerCounts counts;
     std::set<std::string> overlayNames;
-    RunEach(session, files, [&](std::size_t i, const cv::Mat& image, const DLResult& result) {
-        writers.Write(files[i].string(), stream, result);
-        counts.Add(result);
-        if (options.overlay)
-            WriteOverlay(OverlayFile(*options.overlay, files[i], overlayNames), image, session);
-    });
+    const std::size_t failed =
+        AnalyseEach(batch, files, [&](std::size_t i, const ImageOutcome& outcome) {
+            const std::string image = files[i].string();
+            if (outcome.error) {
+                writers.WriteFailure(image, stream, *outcome.error);
+                return;
+            }
+            writers.Write(outcome.jsonLine, image, stream, outcome.answers);
+            counts.Add(outcome.answers);
+            if (options.overlay)
+                WriteFileAtomically(OverlayFile(*options.overlay, files[i], overlayNames),
+                                    outcome.overlay);
+        });
     writers.Commit();
     std::cerr << files.size() << " images through stream " << stream << '\n';
     counts.Print(std::cerr);
+    if (failed)
+        std::cerr << "  without an answer: " << failed << " (named above)\n";
     PrintWhere(options);
-    return 0;
-}
-
-// The tool named, which must be in the stream, or the stream's only tool.
-std::shared_ptr<DLToolRuntimeParams> EvaluatedTool(const Session& session,
-                                                   const std::string& name) {
-    const auto tools = session.StreamTools();
-    const std::string stream = session.Stream()->Name();
-    std::string names;
-    for (const auto& tool : tools) {
-        if (tool->Name() == name || (name.empty() && tools.size() == 1))
-            return tool;
-        names += " " + tool->Name();
-    }
-    if (!name.empty())
-        throw UsageError("stream " + stream + " has no tool " + name);
-    throw UsageError("stream " + stream + " has the tools" + names + ": name one with --tool");
+    return StatusOfBatch(failed);
 }
 
 // The images that have a truth, with it; the others are only counted.
@@ -194,81 +186,71 @@ void WriteFigures(const Options& options, const Evaluation& evaluation) {
             std::cerr << "plot: " << plot.string() << '\n';
 }
 
-// What the tool answered for each image, and every class it named on the way.
+// What the tool answered for each image that gave an answer, and every class it named on the
+// way.
 struct Measured {
     std::vector<Outcome> outcomes;
     std::set<std::string> namedClasses;
+    std::size_t failed = 0;
 };
 
-Measured Measure(Session& session, const std::string& tool, const TruthsOfImages& images) {
+Measured Measure(Batch& batch, const TruthsOfImages& images) {
     Measured measured;
-    RunEach(session, images.files, [&](std::size_t i, const cv::Mat&, const DLResult& result) {
-        const Answer answer = ToolAnswerOf(result, tool);
-        measured.outcomes.push_back({images.truths[i], answer.answer, answer.score});
-        for (const std::string& name : TagNamesOf(result, tool))
-            measured.namedClasses.insert(name);
-    });
+    measured.failed =
+        AnalyseEach(batch, images.files, [&](std::size_t i, const ImageOutcome& outcome) {
+            if (outcome.error)
+                return;
+            const Answer& answer = outcome.toolAnswer;
+            measured.outcomes.push_back({images.truths[i], answer.answer, answer.score});
+            measured.namedClasses.insert(outcome.tagNames.begin(), outcome.tagNames.end());
+        });
+    if (measured.outcomes.empty())
+        throw CommandError("none of the " + std::to_string(measured.failed) +
+                           " images gave an answer");
     return measured;
 }
 
 int Eval(const Options& options) {
     const TruthsOfImages images = ImagesWithTruth(options);
-    Session session(options.workspace);
-    session.SelectStream(options.stream);
-    ApplyAll(session, options.assignments);
-    const auto tool = EvaluatedTool(session, options.tool);
-    const Task task = TaskOf(tool->Type());
-    const Measured measured = Measure(session, tool->Name(), images);
+    Batch batch(options, JobsFor(options, images.files.size()));
+    const BatchSetup& setup = batch.Setup();
+    const Task task = TaskOf(setup.toolType);
+    const Measured measured = Measure(batch, images);
 
     EvaluationSubject subject;
     subject.workspace = options.workspace;
-    subject.stream = session.Stream()->Name();
-    subject.tool = tool->Name();
-    subject.type = tool->Type();
-    subject.images = images.files.size();
+    subject.stream = setup.stream;
+    subject.tool = setup.tool;
+    subject.type = setup.toolType;
+    subject.images = measured.outcomes.size();
     subject.withoutTruth = images.without;
-    subject.threshold = AnomalyThresholdOf(*tool);
+    subject.withoutAnswer = measured.failed;
+    subject.threshold = setup.threshold;
     const Evaluation evaluation = Evaluate(task, subject, measured.outcomes, measured.namedClasses);
     PrintEvaluation(evaluation, std::cout);
     WriteFigures(options, evaluation);
-    return 0;
-}
-
-// The engine's own account of its analysis, in seconds.
-double EngineSeconds(const DLResult& result) {
-    double milliseconds = 0;
-    for (const auto& marking : *result.ResultImage()->ResultMarking())
-        milliseconds += marking->Duration();
-    return milliseconds / 1000;
+    return StatusOfBatch(measured.failed);
 }
 
 int Bench(const Options& options) {
-    Session session(options.workspace);
-    session.SelectStream(options.stream);
-    ApplyAll(session, options.assignments);
-    std::vector<std::shared_ptr<Tavrin::Vision::IImage>> images;
-    for (const auto& file : CollectImages(options.inputs))
-        images.push_back(ToVisionImage(ReadImage(file)));
-    for (const auto& image : images) // the first runs pay for the engine's start
-        session.Run(image);
+    const auto files = CollectImages(options.inputs);
+    Batch batch(options, options.jobs);
+    const BenchOutcome outcome = batch.Bench(files, options.seconds);
+    for (const ImageFailure& failure : outcome.failures)
+        ReportFailure(failure.image, failure.reason);
+    if (outcome.failures.size() == files.size())
+        throw CommandError("none of the " + std::to_string(files.size()) + " images can be run");
 
-    std::size_t runs = 0;
-    double engineSeconds = 0;
-    const Clock::time_point start = Clock::now();
-    std::chrono::duration<double> elapsed{};
-    do {
-        for (const auto& image : images)
-            engineSeconds += EngineSeconds(*session.Run(image));
-        runs += images.size();
-        elapsed = Clock::now() - start;
-    } while (elapsed.count() < options.seconds);
-
-    const double seconds = elapsed.count();
-    std::cout << runs << " runs of stream " << session.Stream()->Name() << " on " << images.size()
-              << " images in " << seconds << " s: " << runs / seconds << " images/s\n"
-              << "engine analysis " << 100 * engineSeconds / seconds << " %, library and calls "
-              << 100 * (1 - engineSeconds / seconds) << " % of the time\n";
-    return 0;
+    const BenchFigures& figures = outcome.figures;
+    const double seconds = figures.seconds;
+    const double engineShare = figures.engineSeconds / figures.workerSeconds;
+    std::cout << figures.runs << " runs of stream " << batch.Setup().stream << " on "
+              << files.size() - outcome.failures.size() << " images in " << seconds << " s by "
+              << options.jobs << (options.jobs == 1 ? " job" : " jobs") << ": "
+              << figures.runs / seconds << " images/s\n"
+              << "engine analysis " << 100 * engineShare << " %, library and calls "
+              << 100 * (1 - engineShare) << " % of the time\n";
+    return StatusOfBatch(outcome.failures.size());
 }
 
 } // namespace

@@ -209,6 +209,8 @@ void PrintEvaluation(const Evaluation& evaluation, std::ostream& out) {
         << "): " << TaskName(evaluation.task) << " of " << subject.images << " images\n";
     if (subject.withoutTruth > 0)
         out << "  images without truth, not measured: " << subject.withoutTruth << '\n';
+    if (subject.withoutAnswer > 0)
+        out << "  images without an answer, not measured: " << subject.withoutAnswer << '\n';
     if (evaluation.classification)
         out << "  accuracy: " << Percent(evaluation.classification->Accuracy()) << "  "
             << OutOf(evaluation.classification->correct, evaluation.classification->total) << '\n';
@@ -230,7 +232,8 @@ json EvaluationJson(const Evaluation& evaluation) {
                     {"type", subject.type},
                     {"task", TaskName(evaluation.task)},
                     {"images", subject.images},
-                    {"without_truth", subject.withoutTruth}};
+                    {"without_truth", subject.withoutTruth},
+                    {"without_answer", subject.withoutAnswer}};
     if (evaluation.classification)
         figures.update(ClassificationJson(*evaluation.classification));
     if (evaluation.anomaly)

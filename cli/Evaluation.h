@@ -27,6 +27,8 @@ struct EvaluationSubject {
     std::string type;
     std::size_t images = 0;
     std::size_t withoutTruth = 0;
+    // Images that could not be read or that the engine failed on.
+    std::size_t withoutAnswer = 0;
     // The anomaly tool's, as the workspace and the parameters given set it.
     std::optional<double> threshold;
 };

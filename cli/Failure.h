@@ -15,4 +15,8 @@ struct CommandError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// The exit status of a batch that went through to its end but in which some images yielded no
+// answer; each of them is named on standard error and has a failed row.
+constexpr int SomeImagesFailed = 3;
+
 } // namespace TavrinCli

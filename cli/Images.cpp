@@ -1,7 +1,9 @@
 #include "Images.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
+#include <set>
 
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
@@ -14,10 +16,23 @@ namespace {
 using Tavrin::Brnt::CreateObject;
 using namespace Tavrin::Vision;
 
+// A file named as an image is one even when it does not decode, so that the run reports it
+// instead of passing over it.
+bool NamedAsImage(const std::filesystem::path& file) {
+    static const std::set<std::string> extensions = {
+        ".bmp", ".dib", ".exr", ".hdr", ".jp2", ".jpe", ".jpeg", ".jpg", ".pbm",  ".pfm", ".pgm",
+        ".pic", ".png", ".pnm", ".ppm", ".pxm", ".ras", ".sr",   ".tif", ".tiff", ".webp"};
+    std::string extension = file.extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return extensions.count(extension) > 0;
+}
+
 std::vector<std::filesystem::path> ImagesIn(const std::filesystem::path& folder) {
     std::vector<std::filesystem::path> files;
     for (const auto& entry : std::filesystem::directory_iterator(folder))
-        if (entry.is_regular_file() && cv::haveImageReader(entry.path().string()))
+        if (entry.is_regular_file() &&
+            (NamedAsImage(entry.path()) || cv::haveImageReader(entry.path().string())))
             files.push_back(entry.path());
     std::sort(files.begin(), files.end());
     return files;
@@ -80,7 +95,7 @@ std::vector<std::filesystem::path> CollectImages(const std::vector<std::string>&
 cv::Mat ReadImage(const std::filesystem::path& file) {
     cv::Mat image = cv::imread(file.string(), cv::IMREAD_ANYDEPTH | cv::IMREAD_ANYCOLOR);
     if (image.empty())
-        throw CommandError("cannot read image " + file.string());
+        throw CommandError("not a readable image");
     if (image.depth() != CV_8U && image.depth() != CV_16U)
         image.convertTo(image, CV_8U);
     return image;

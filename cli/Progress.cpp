@@ -11,6 +11,10 @@ Progress::Progress(std::size_t total)
     , shown_(isatty(STDERR_FILENO) != 0) {}
 
 Progress::~Progress() {
+    Clear();
+}
+
+void Progress::Clear() {
     if (shown_)
         std::fputs("\r\033[K", stderr);
 }

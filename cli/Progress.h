@@ -15,6 +15,8 @@ public:
     ~Progress();
 
     void Show(std::size_t done, const std::string& current);
+    // Takes the bar off its line, for a message; the next Show draws it again.
+    void Clear();
 
 private:
     std::size_t total_;

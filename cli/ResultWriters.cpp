@@ -179,20 +179,34 @@ ResultWriters::ResultWriters(const std::optional<std::filesystem::path>& jsonFil
     }
     if (csvFile) {
         csvFile_.emplace(*csvFile);
-        csvFile_->Stream() << "image,stream,tool,type,answer,score\n";
+        csvFile_->Stream() << "image,stream,tool,type,answer,score,error\n";
     }
 }
 
-void ResultWriters::Write(const std::string& image, const std::string& stream,
-                          const DLResult& result) {
+void ResultWriters::Write(const std::string& jsonLine, const std::string& image,
+                          const std::string& stream, const std::vector<Answer>& answers) {
     if (json_)
-        *json_ << ResultJson(image, stream, result).dump() << '\n';
+        *json_ << jsonLine << '\n';
     if (!csvFile_)
         return;
-    for (const Answer& answer : AnswersOf(result))
+    for (const Answer& answer : answers)
         csvFile_->Stream() << CsvField(image) << ',' << CsvField(stream) << ','
                            << CsvField(answer.tool) << ',' << CsvField(answer.type) << ','
-                           << CsvField(answer.answer) << ',' << answer.score << '\n';
+                           << CsvField(answer.answer) << ',' << answer.score << ",\n";
+}
+
+void ResultWriters::WriteFailure(const std::string& image, const std::string& stream,
+                                 const std::string& reason) {
+    if (json_)
+        *json_ << json{{"image", image},
+                       {"stream", stream},
+                       {"tools", json::array()},
+                       {"error", reason}}
+                      .dump()
+               << '\n';
+    if (csvFile_)
+        csvFile_->Stream() << CsvField(image) << ',' << CsvField(stream) << ",,,,,"
+                           << CsvField(reason) << '\n';
 }
 
 void ResultWriters::Commit() {
@@ -202,8 +216,8 @@ void ResultWriters::Commit() {
         csvFile_->Commit();
 }
 
-void AnswerCounts::Add(const DLResult& result) {
-    for (const Answer& answer : AnswersOf(result)) {
+void AnswerCounts::Add(const std::vector<Answer>& answers) {
+    for (const Answer& answer : answers) {
         if (!counts_.count(answer.tool))
             tools_.push_back(answer.tool);
         ++counts_[answer.tool][answer.answer.empty() ? NoAnswer : answer.answer];

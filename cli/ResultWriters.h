@@ -47,13 +47,18 @@ nlohmann::json ResultJson(const std::string& image, const std::string& stream,
 std::string CsvField(const std::string& text);
 
 // The JSON lines and CSV rows of a run, each to a file that appears whole when the run ends, or
-// to a stream given (stdout).
+// to a stream given (stdout). An image without answers gets a failed row: a JSON line with its
+// "error" and no tools, a CSV row with only the image, the stream and the error; the error field
+// of the others stays empty.
 class ResultWriters {
 public:
     ResultWriters(const std::optional<std::filesystem::path>& jsonFile,
                   const std::optional<std::filesystem::path>& csvFile, std::ostream* jsonStream);
 
-    void Write(const std::string& image, const std::string& stream, const DLResult& result);
+    void Write(const std::string& jsonLine, const std::string& image, const std::string& stream,
+               const std::vector<Answer>& answers);
+    void WriteFailure(const std::string& image, const std::string& stream,
+                      const std::string& reason);
     void Commit();
 
 private:
@@ -65,7 +70,7 @@ private:
 // How often each tool gave each answer, for the summary of a run.
 class AnswerCounts {
 public:
-    void Add(const DLResult& result);
+    void Add(const std::vector<Answer>& answers);
     void Print(std::ostream& out) const;
 
 private:

@@ -38,6 +38,11 @@ Assignment ParseAssignment(const std::string& text) {
     return {text.substr(0, equals), text.substr(equals + 1)};
 }
 
+void ApplyAll(Session& session, const std::vector<std::string>& assignments) {
+    for (const std::string& text : assignments)
+        session.Apply(ParseAssignment(text));
+}
+
 std::vector<std::shared_ptr<DLBlueModel>> ModelsOf(const DLToolRuntimeParams& tool) {
     const rttr::instance object(tool);
     const rttr::property models = object.get_derived_type().get_property("Models");

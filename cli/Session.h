@@ -49,6 +49,9 @@ private:
     std::shared_ptr<DLRuntimeTool> tool_;
 };
 
+// Applies each TOOL.NAME=VALUE in turn.
+void ApplyAll(Session& session, const std::vector<std::string>& assignments);
+
 // The models of a tool that has them, read by reflection; empty for other tools.
 std::vector<std::shared_ptr<DLBlueModel>> ModelsOf(const DLToolRuntimeParams& tool);
 

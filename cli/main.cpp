@@ -4,6 +4,7 @@
 #include "Arguments.h"
 #include "Commands.h"
 #include "Failure.h"
+#include "Interruption.h"
 
 int main(int argc, char** argv) {
     int exitCode = 0;
@@ -12,6 +13,9 @@ int main(int argc, char** argv) {
         return exitCode;
     try {
         return TavrinCli::RunCommand(*options);
+    } catch (const TavrinCli::Interrupted& interruption) {
+        std::cerr << "tavrin-dl: " << interruption.what() << '\n';
+        return interruption.status;
     } catch (const TavrinCli::UsageError& error) {
         std::cerr << "tavrin-dl: " << error.what() << '\n';
         return 2;

@@ -1,13 +1,17 @@
 // The command-line tool end to end: a process of its own on the trained example, finding the
 // reference engine by the loader's search as a user's shell would.
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <map>
 #include <regex>
 #include <sstream>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -69,20 +73,94 @@ fs::path Scratch(const std::string& name) {
     return folder;
 }
 
-// Runs the tool with arguments in which WS stands for the example workspace and UNSEEN for the
-// folder of images held out of training.
-Outcome Cli(std::string arguments) {
+// The tool's command line with arguments in which WS stands for the example workspace and
+// UNSEEN for the folder of images held out of training, its output going to the streams folder.
+std::string CommandLine(std::string arguments) {
     for (auto [mark, path] :
          {std::pair{std::string("WS"), TrainedExample().workspace},
           {std::string("UNSEEN"), (TrainedExample().folder / "unseen").string()}})
         for (auto at = arguments.find(mark); at != std::string::npos; at = arguments.find(mark))
             arguments.replace(at, mark.size(), path);
     const fs::path folder = Scratch("streams");
-    const int status = std::system((std::string("'") + TAVRIN_CLI + "' " + arguments + " >" +
-                                    (folder / "out").string() + " 2>" + (folder / "err").string())
-                                       .c_str());
+    return std::string("'") + TAVRIN_CLI + "' " + arguments + " >" + (folder / "out").string() +
+           " 2>" + (folder / "err").string();
+}
+
+Outcome Finished(int status) {
+    const fs::path folder = TrainedExample().scratch / "cli" / "streams";
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Contents(folder / "out"),
             Contents(folder / "err")};
+}
+
+Outcome Cli(const std::string& arguments) {
+    return Finished(std::system(CommandLine(arguments).c_str()));
+}
+
+// The tool working in the background, for a test to act on it meanwhile.
+pid_t Started(const std::string& arguments) {
+    const std::string command = "exec " + CommandLine(arguments);
+    const pid_t tool = fork();
+    if (tool == 0) {
+        execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+        _exit(127);
+    }
+    return tool;
+}
+
+Outcome Waited(pid_t tool) {
+    int status = 0;
+    waitpid(tool, &status, 0);
+    return Finished(status);
+}
+
+bool HasOpen(pid_t process, const fs::path& file) {
+    std::error_code gone;
+    for (fs::directory_iterator fd("/proc/" + std::to_string(process) + "/fd", gone), end;
+         !gone && fd != end; fd.increment(gone))
+        if (fs::read_symlink(fd->path(), gone) == file)
+            return true;
+    return false;
+}
+
+// The worker process of the tool that opens the file, waiting for one to do so.
+pid_t WorkerOpening(pid_t tool, const fs::path& file) {
+    const std::string children =
+        "/proc/" + std::to_string(tool) + "/task/" + std::to_string(tool) + "/children";
+    for (;;) {
+        std::ifstream list(children);
+        for (pid_t worker; list >> worker;)
+            if (HasOpen(worker, file))
+                return worker;
+        if (!fs::exists(children))
+            return -1;
+        usleep(10000);
+    }
+}
+
+// A named pipe posing as an image: the worker that takes it waits on it until the test acts,
+// since the test holds it open and never writes.
+struct StuckImage {
+    fs::path path;
+    int held;
+    explicit StuckImage(const fs::path& folder)
+        : path(folder / "0_stuck.png") {
+        mkfifo(path.c_str(), 0600);
+        held = open(path.c_str(), O_RDWR | O_CLOEXEC);
+    }
+    ~StuckImage() { close(held); }
+};
+
+// The tool's JSON lines without the engine's durations, the only thing in them that depends on
+// time.
+std::string WithoutDurations(const std::string& lines) {
+    std::string kept;
+    for (const std::string& line : Lines(lines)) {
+        nlohmann::json json = nlohmann::json::parse(line);
+        for (auto& tool : json["tools"])
+            tool.erase("duration_ms");
+        kept += json.dump() + '\n';
+    }
+    return kept;
 }
 
 TEST(CommandLine, InfoShowsEveryToolModelAndParameterAsSet) {
@@ -118,6 +196,8 @@ TEST(CommandLine, RefusalsAndMissingThingsEndWithAStatusAndTheReason) {
         {"info WS -p reader.nobody.Threshold=1", 2, "tool reader has no model nobody"},
         {"info WS -p classes.Sharpness=1", 2, "unknown parameter Sharpness"},
         {"run WS -s nowhere UNSEEN/red", 2, "unknown stream nowhere"},
+        {"run WS -s nowhere --jobs 2 UNSEEN/red", 2, "unknown stream nowhere"},
+        {"run WS --jobs 0 UNSEEN/red", 2, "--jobs: Value 0 not in range 1 to 1024"},
         {"run WS", 2, "images is required"},
         {"info WS/missing.yml", 1, "no such workspace file"},
         {"run WS UNSEEN/red/missing.png", 1, "no such file or folder"},
@@ -130,14 +210,66 @@ TEST(CommandLine, RefusalsAndMissingThingsEndWithAStatusAndTheReason) {
     }
 }
 
-TEST(CommandLine, AnUnreadableImageStopsTheRunWithNothingWritten) {
-    const fs::path out = Scratch("unreadable");
-    const Outcome run = Cli("run WS UNSEEN/red/bad_0000.png WS --json " +
+// A folder of two example digits around an image file that does not decode.
+fs::path FolderWithABrokenImage(const std::string& name) {
+    const fs::path folder = Scratch(name) / "images";
+    fs::create_directories(folder);
+    fs::copy_file(TrainedExample().Analyse("green", "5_0000.png"), folder / "5_a.png");
+    std::ofstream(folder / "5_b.png") << "not an image";
+    fs::copy_file(TrainedExample().Analyse("green", "1_0000.png"), folder / "1_c.png");
+    return folder;
+}
+
+TEST(CommandLine, AnImageWithoutAnAnswerIsAFailedRowAndTheBatchGoesOn) {
+    const fs::path images = FolderWithABrokenImage("failed-rows");
+    const fs::path out = images.parent_path();
+    const std::string broken = (images / "5_b.png").string();
+    const Outcome run = Cli("run WS -s classify " + images.string() + " WS --json " +
                             (out / "r.jsonl").string() + " --csv " + (out / "r.csv").string());
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.err.find("cannot read image " + TrainedExample().workspace), std::string::npos)
-        << run.err;
-    EXPECT_TRUE(fs::is_empty(out));
+    EXPECT_EQ(run.status, 3);
+    for (const std::string& named :
+         {"tavrin-dl: " + broken + ": not a readable image\n",
+          "tavrin-dl: " + TrainedExample().workspace + ": not a readable image\n",
+          std::string("4 images through stream classify\n"),
+          std::string("  without an answer: 2 (named above)\n")})
+        EXPECT_NE(run.err.find(named), std::string::npos) << named << '\n' << run.err;
+
+    const auto csv = Lines(Contents(out / "r.csv"));
+    ASSERT_EQ(csv.size(), 5u);
+    EXPECT_EQ(csv[0], "image,stream,tool,type,answer,score,error");
+    EXPECT_EQ(csv[1].rfind((images / "1_c.png").string() + ",classify,classes,green,1,", 0), 0u);
+    EXPECT_EQ(csv[1].back(), ',');
+    EXPECT_EQ(csv[3], broken + ",classify,,,,,not a readable image");
+    EXPECT_EQ(csv[4], TrainedExample().workspace + ",classify,,,,,not a readable image");
+
+    const auto lines = Lines(Contents(out / "r.jsonl"));
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_FALSE(nlohmann::json::parse(lines[0]).contains("error"));
+    EXPECT_EQ(nlohmann::json::parse(lines[2]), nlohmann::json({{"image", broken},
+                                                               {"stream", "classify"},
+                                                               {"tools", nlohmann::json::array()},
+                                                               {"error", "not a readable image"}}));
+}
+
+TEST(CommandLine, EvalAndBenchCountAnImageWithoutAnAnswerApart) {
+    const fs::path images = FolderWithABrokenImage("failed-eval");
+    const fs::path figures = images.parent_path() / "eval.json";
+    const Outcome eval =
+        Cli("eval WS -s classify " + images.string() + " --json " + figures.string());
+    EXPECT_EQ(eval.status, 3) << eval.err;
+    EXPECT_NE(eval.err.find((images / "5_b.png").string() + ": not a readable image"),
+              std::string::npos)
+        << eval.err;
+    EXPECT_NE(eval.out.find("  images without an answer, not measured: 1\n"), std::string::npos)
+        << eval.out;
+    const nlohmann::json measured = nlohmann::json::parse(Contents(figures));
+    EXPECT_EQ(measured["images"], 2);
+    EXPECT_EQ(measured["without_answer"], 1);
+
+    const Outcome bench = Cli("bench WS -s classify --seconds 0.1 " + images.string());
+    EXPECT_EQ(bench.status, 3) << bench.err;
+    EXPECT_NE(bench.err.find("5_b.png: not a readable image"), std::string::npos) << bench.err;
+    EXPECT_NE(bench.out.find(" on 2 images in "), std::string::npos) << bench.out;
 }
 
 TEST(CommandLine, RunWritesALineARowAndAnOverlayPerImage) {
@@ -155,7 +287,7 @@ TEST(CommandLine, RunWritesALineARowAndAnOverlayPerImage) {
     ASSERT_EQ(lines.size(), images);
     const auto csv = Lines(Contents(out / "r.csv"));
     ASSERT_EQ(csv.size(), images + 1);
-    EXPECT_EQ(csv[0], "image,stream,tool,type,answer,score");
+    EXPECT_EQ(csv[0], "image,stream,tool,type,answer,score,error");
     std::size_t right = 0;
     for (std::size_t i = 0; i < images; ++i) {
         const nlohmann::json line = nlohmann::json::parse(lines[i]);
@@ -208,13 +340,82 @@ TEST(CommandLine, ParametersChangeTheAnswers) {
     }
 }
 
-TEST(CommandLine, BenchReportsTheRateAndTheEnginesShare) {
-    const Outcome bench = Cli("bench WS -s classify --seconds 0.2 UNSEEN/green");
-    ASSERT_EQ(bench.status, 0) << bench.err;
-    const std::regex report(R"(^\d+ runs of stream classify on \d+ images in [0-9.]+ s: [0-9.]+ )"
-                            R"(images/s\nengine analysis [0-9.]+ %, library and calls [0-9.]+ % )"
-                            R"(of the time\n$)");
-    EXPECT_TRUE(std::regex_match(bench.out, report)) << bench.out;
+TEST(CommandLine, BenchReportsTheRateOfAllJobsAndTheEnginesShare) {
+    for (const auto& [jobs, byJobs] : {std::pair{"1", "1 job"}, {"2", "2 jobs"}}) {
+        const Outcome bench =
+            Cli(std::string("bench WS -s classify --seconds 0.2 --jobs ") + jobs + " UNSEEN/green");
+        ASSERT_EQ(bench.status, 0) << bench.err;
+        const std::regex report(std::string(R"(^\d+ runs of stream classify on 500 images in )"
+                                            R"([0-9.]+ s by )") +
+                                byJobs +
+                                R"(: [0-9.]+ images/s\nengine analysis [0-9.]+ %, library and )"
+                                R"(calls -?[0-9.]+ % of the time\n$)");
+        EXPECT_TRUE(std::regex_match(bench.out, report)) << bench.out;
+    }
+}
+
+TEST(CommandLine, JobsWriteWhatOneJobWrites) {
+    const fs::path images = FolderWithABrokenImage("jobs");
+    const std::string inputs = images.string() + " UNSEEN/red";
+    std::vector<std::string> written[2];
+    for (const int jobs : {1, 3}) {
+        const fs::path out = Scratch("jobs-" + std::to_string(jobs));
+        const std::string options = " --jobs " + std::to_string(jobs);
+        const Outcome run =
+            Cli("run WS -s anomaly " + inputs + options + " --json " + (out / "r.jsonl").string() +
+                " --csv " + (out / "r.csv").string() + " --overlay " + (out / "overlays").string());
+        EXPECT_EQ(run.status, 3) << run.err;
+        const Outcome eval = Cli("eval WS -s anomaly " + inputs + options + " --json " +
+                                 (out / "eval.json").string());
+        EXPECT_EQ(eval.status, 3) << eval.err;
+        auto& files = written[jobs > 1];
+        files = {WithoutDurations(Contents(out / "r.jsonl")), Contents(out / "r.csv"),
+                 Contents(out / "eval.json")};
+        for (const std::string& overlay : FileNames(out / "overlays"))
+            files.push_back(overlay + ": " + Contents(out / "overlays" / overlay));
+    }
+    ASSERT_EQ(written[0].size(), 3u + 302u);
+    EXPECT_EQ(written[0], written[1]);
+}
+
+TEST(CommandLine, AWorkerThatDiesCostsOnlyItsImage) {
+    const fs::path images = FolderWithABrokenImage("killed");
+    const StuckImage stuck(images.parent_path());
+    const fs::path csv = images.parent_path() / "r.csv";
+    const pid_t tool = Started("run WS -s classify --jobs 2 " + stuck.path.string() + " " +
+                               images.string() + " --csv " + csv.string());
+    const pid_t worker = WorkerOpening(tool, stuck.path);
+    ASSERT_GT(worker, 0);
+    kill(worker, SIGKILL);
+    const Outcome run = Waited(tool);
+
+    EXPECT_EQ(run.status, 3) << run.err;
+    const std::string lost = "the worker analysing it ended: killed by signal 9 (Killed)";
+    EXPECT_NE(run.err.find(stuck.path.string() + ": " + lost + "\n"), std::string::npos) << run.err;
+    const auto rows = Lines(Contents(csv));
+    ASSERT_EQ(rows.size(), 5u);
+    EXPECT_EQ(rows[1], stuck.path.string() + ",classify,,,,," + lost);
+    for (const auto& [row, answer] : {std::pair{2, "1"}, {3, "5"}})
+        EXPECT_EQ(Fields(rows[row]).at(4), answer) << rows[row];
+    EXPECT_EQ(Fields(rows[4]).at(6), "not a readable image");
+}
+
+TEST(CommandLine, AnInterruptionStopsEveryWorkerAndWritesNothing) {
+    const fs::path out = Scratch("interrupted") / "out";
+    fs::create_directories(out);
+    const StuckImage stuck(out.parent_path());
+    const pid_t tool = Started("run WS --jobs 2 " + stuck.path.string() + " UNSEEN/red --json " +
+                               (out / "r.jsonl").string() + " --csv " + (out / "r.csv").string());
+    const pid_t worker = WorkerOpening(tool, stuck.path);
+    ASSERT_GT(worker, 0);
+    kill(tool, SIGINT);
+    const Outcome run = Waited(tool);
+
+    EXPECT_EQ(run.status, 130);
+    EXPECT_EQ(run.err, "tavrin-dl: interrupted\n");
+    EXPECT_TRUE(fs::is_empty(out));
+    EXPECT_FALSE(HasOpen(worker, stuck.path));
+    EXPECT_NE(kill(worker, 0), 0);
 }
 
 // Eval must agree with run's own answers on what is right: the rows of run's CSV are measured
@@ -367,8 +568,6 @@ TEST(CommandLine, EvalRefusesBadTruthAndWritesNothing) {
         {truth("image,truth\na.png,seven\n"), 1,
          "the truth names classes that tool classes never named on these images: 'seven' (it "
          "named '"},
-        {"eval WS UNSEEN/red/bad_0000.png WS", 1,
-         "cannot read image " + TrainedExample().workspace},
         {"eval WS -s classify -t nobody UNSEEN/green", 2, "stream classify has no tool nobody"},
         {"eval WS", 2, "images is required"},
     };
