@@ -88,14 +88,6 @@ std::filesystem::path OverlayFile(const std::filesystem::path& folder,
     return folder / name;
 }
 
-void WriteOverlay(const std::filesystem::path& file, const cv::Mat& image, Session& session) {
-    std::vector<unsigned char> png;
-    const auto record = session.LastRunRecord();
-    if (!cv::imencode(".png", DrawOverlay(image, GraphicsOf(*record)), png))
-        throw CommandError("cannot encode the overlay " + file.string());
-    WriteFileAtomically(file, png);
-}
-
 void PrintWhere(const Options& options) {
     for (const auto& [what, where] : {std::pair{"JSON lines", options.json},
                                       {"CSV", options.csv},
@@ -133,7 +125,8 @@ int Run(const Options& options) {
         writers.Write(files[i].string(), stream, result);
         counts.Add(result);
         if (options.overlay)
-            WriteOverlay(OverlayFile(*options.overlay, files[i], overlayNames), image, session);
+            WriteOverlay(OverlayFile(*options.overlay, files[i], overlayNames), image,
+                         *session.LastRunRecord());
     });
     writers.Commit();
     std::cerr << files.size() << " images through stream " << stream << '\n';
