@@ -37,13 +37,6 @@ double EngineSeconds(const DLResult& result) {
     return milliseconds / 1000;
 }
 
-std::vector<unsigned char> OverlayPng(const cv::Mat& image, Session& session) {
-    std::vector<unsigned char> png;
-    if (!cv::imencode(".png", DrawOverlay(image, GraphicsOf(*session.LastRunRecord())), png))
-        throw CommandError("cannot encode the overlay");
-    return png;
-}
-
 } // namespace
 
 Analyser::Analyser(const Options& options)
@@ -72,7 +65,7 @@ ImageOutcome Analyser::Analyse(const std::filesystem::path& file) {
             outcome.tagNames = TagNamesOf(*result, setup_.tool);
         }
         if (overlay_)
-            outcome.overlay = OverlayPng(image, session_);
+            outcome.overlay = OverlayPng(image, *session_.LastRunRecord());
     } catch (const std::exception& failure) {
         outcome.error = failure.what();
     }

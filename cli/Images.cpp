@@ -6,7 +6,6 @@
 #include <set>
 
 #include <opencv2/imgcodecs.hpp>
-#include <opencv2/imgproc.hpp>
 
 #include "Failure.h"
 
@@ -57,19 +56,22 @@ cv::Mat EightBits(const cv::Mat& image) {
     return eight;
 }
 
-std::shared_ptr<IImage> PlanarColour(const cv::Mat& colour) {
-    cv::Mat rgb;
-    cv::cvtColor(colour, rgb, colour.channels() == 4 ? cv::COLOR_BGRA2RGB : cv::COLOR_BGR2RGB);
-    std::vector<cv::Mat> planes;
-    cv::split(rgb, planes);
+// The pels go straight from the interleaved channels into the three planes, in one pass.
+std::shared_ptr<IImage> PlanarColour(const cv::Mat& colour, ChannelOrder order) {
+    const int channels = colour.channels();
+    const int red = order == ChannelOrder::Rgb ? 0 : 2;
+    const int sources[3] = {red, 1, 2 - red};
     auto image = CreateObject<Image24PlanarColor>(colour.cols, colour.rows);
     std::shared_ptr<IImage8PixelMemory> memories[3];
     image->Get3PlanePixelMemory(ImageDataModeConstants_Write, 0, 0, colour.cols, colour.rows,
                                 memories[0], memories[1], memories[2]);
     for (int plane = 0; plane < 3; ++plane)
-        for (int row = 0; row < colour.rows; ++row)
-            std::memcpy(memories[plane]->FirstPel() + row * memories[plane]->Step(),
-                        planes[plane].ptr(row), static_cast<std::size_t>(colour.cols));
+        for (int row = 0; row < colour.rows; ++row) {
+            const unsigned char* from = colour.ptr(row) + sources[plane];
+            unsigned char* to = memories[plane]->FirstPel() + row * memories[plane]->Step();
+            for (int x = 0; x < colour.cols; ++x)
+                to[x] = from[x * channels];
+        }
     return image;
 }
 
@@ -101,9 +103,9 @@ cv::Mat ReadImage(const std::filesystem::path& file) {
     return image;
 }
 
-std::shared_ptr<IImage> ToVisionImage(const cv::Mat& image) {
+std::shared_ptr<IImage> ToVisionImage(const cv::Mat& image, ChannelOrder order) {
     if (image.channels() >= 3)
-        return PlanarColour(EightBits(image));
+        return PlanarColour(EightBits(image), order);
     if (image.depth() == CV_16U)
         return CopiedInto<Image16Grey, unsigned short>(image);
     return CopiedInto<Image8Grey, unsigned char>(image);

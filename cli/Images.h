@@ -20,7 +20,13 @@ std::vector<std::filesystem::path> CollectImages(const std::vector<std::string>&
 // it cannot be decoded.
 cv::Mat ReadImage(const std::filesystem::path& file);
 
-// The library's image of the same pixels: grey of 8 or 16 bits, or planar colour.
-std::shared_ptr<Tavrin::Vision::IImage> ToVisionImage(const cv::Mat& image);
+// The order of a colour image's channels: OpenCV reads files as BGR (or BGRA), NumPy arrays
+// usually hold RGB.
+enum class ChannelOrder { Bgr, Rgb };
+
+// The library's image of the same pixels, copied once: grey of 8 or 16 bits, or planar colour.
+// Rows may lie any distance apart.
+std::shared_ptr<Tavrin::Vision::IImage> ToVisionImage(const cv::Mat& image,
+                                                      ChannelOrder order = ChannelOrder::Bgr);
 
 } // namespace TavrinCli

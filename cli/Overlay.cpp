@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
+
+#include "AtomicFile.h"
+#include "Failure.h"
 
 namespace TavrinCli {
 namespace {
@@ -177,6 +181,17 @@ cv::Mat DrawOverlay(const cv::Mat& image, const std::vector<IGraphicPtr>& graphi
     for (const auto& graphic : graphics)
         Draw(canvas, graphic);
     return canvas.Pixels();
+}
+
+std::vector<unsigned char> OverlayPng(const cv::Mat& image, Record& record) {
+    std::vector<unsigned char> png;
+    if (!cv::imencode(".png", DrawOverlay(image, GraphicsOf(record)), png))
+        throw CommandError("cannot encode the overlay");
+    return png;
+}
+
+void WriteOverlay(const std::filesystem::path& file, const cv::Mat& image, Record& record) {
+    WriteFileAtomically(file, OverlayPng(image, record));
 }
 
 } // namespace TavrinCli

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <vector>
 
 #include <opencv2/core.hpp>
@@ -14,5 +15,12 @@ std::vector<Tavrin::Vision::IGraphicPtr> GraphicsOf(Tavrin::Vision::Record& reco
 // The image in colour, enlarged so that small images stay legible, with the graphics drawn over
 // it in their colours, widths and line styles.
 cv::Mat DrawOverlay(const cv::Mat& image, const std::vector<Tavrin::Vision::IGraphicPtr>& graphics);
+
+// The overlay of the record over the image, encoded as PNG.
+std::vector<unsigned char> OverlayPng(const cv::Mat& image, Tavrin::Vision::Record& record);
+
+// The overlay of the run record over the image, as a PNG file that appears whole or not at all.
+void WriteOverlay(const std::filesystem::path& file, const cv::Mat& image,
+                  Tavrin::Vision::Record& record);
 
 } // namespace TavrinCli

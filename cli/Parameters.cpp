@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <exception>
 #include <limits>
 #include <optional>
 #include <sstream>
@@ -130,8 +131,12 @@ std::vector<Parameter> ParametersOf(const rttr::instance& object) {
     return parameters;
 }
 
+rttr::variant ParameterVariant(const rttr::instance& object, const std::string& name) {
+    return PropertyNamed(object, name).get_value(object);
+}
+
 std::string ParameterValue(const rttr::instance& object, const std::string& name) {
-    return *ValueText(PropertyNamed(object, name).get_value(object));
+    return *ValueText(ParameterVariant(object, name));
 }
 
 void SetParameter(const rttr::instance& object, const std::string& name, const std::string& text) {
@@ -149,7 +154,8 @@ void SetParameter(const rttr::instance& object, const std::string& name, const s
         if (!property.set_value(object, value))
             throw UsageError("invalid value for " + name + ": '" + text + "'");
     } catch (const Tavrin::Vision::VisionException& refused) {
-        throw UsageError(refused.Message());
+        // Nested, so that a host can still tell the setter's exception class and code.
+        std::throw_with_nested(UsageError(refused.Message()));
     }
 }
 

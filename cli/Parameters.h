@@ -19,6 +19,9 @@ struct Parameter {
 // flags, identity texts and the collections of the tree are left out.
 std::vector<Parameter> ParametersOf(const rttr::instance& object);
 
+// The parameter's value; UsageError when the object has no such parameter.
+rttr::variant ParameterVariant(const rttr::instance& object, const std::string& name);
+
 // The parameter's value as text; UsageError when the object has no such parameter.
 std::string ParameterValue(const rttr::instance& object, const std::string& name);
 

@@ -1,5 +1,6 @@
 #include "Session.h"
 
+#include <exception>
 #include <filesystem>
 
 #include "Failure.h"
@@ -70,7 +71,9 @@ Session::Session(const std::string& workspaceFile)
     try {
         tool_->LoadWorkspace(workspaceFile);
     } catch (const Tavrin::Vision::VisionException& failure) {
-        throw CommandError("cannot open workspace " + workspaceFile + ": " + failure.Message());
+        // Nested, so that a host can still tell the library's exception class and code.
+        std::throw_with_nested(
+            CommandError("cannot open workspace " + workspaceFile + ": " + failure.Message()));
     }
 }
 

@@ -18,7 +18,7 @@ endfunction()
 function(check_installed_files prefix)
     file(GLOB_RECURSE installed LIST_DIRECTORIES false RELATIVE ${prefix} ${prefix}/*)
     set(package_file "^(bin/tavrin-dl|lib/libTavrin\\.Vision\\.(Core|DeepLearning)\\.so|\
-include/Vision/.+\\.h|lib/cmake/TavrinVisionDeepLearning/TavrinVisionDeepLearning[A-Za-z-]*\\.cmake)$")
+lib/tavrin_dl(\\.cpython-[^/]+\\.so|\\.pyi)|include/Vision/.+\\.h|lib/cmake/TavrinVisionDeepLearning/TavrinVisionDeepLearning[A-Za-z-]*\\.cmake)$")
     list(FILTER installed EXCLUDE REGEX "${package_file}")
     if(installed)
         message(FATAL_ERROR "installed besides the package: ${installed}")

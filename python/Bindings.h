@@ -1,0 +1,22 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <pybind11/pybind11.h>
+
+#include <Vision/DeepLearning/DeepLearning.h>
+
+namespace TavrinPython {
+
+// One run's result with what its JSON line names beside the tree: the image and the stream.
+struct RunResult {
+    std::shared_ptr<Tavrin::Vision::DeepLearning::DLResult> result;
+    std::string image;
+    std::string stream;
+};
+
+void BindExceptions(pybind11::module_& module);
+void BindResults(pybind11::module_& module);
+
+} // namespace TavrinPython

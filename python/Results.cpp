@@ -1,0 +1,174 @@
+#include <pybind11/stl.h>
+
+#include <nlohmann/json.hpp>
+
+#include "Bindings.h"
+#include "ResultWriters.h"
+
+namespace py = pybind11;
+
+namespace TavrinPython {
+namespace {
+
+using namespace Tavrin::Vision;
+using namespace Tavrin::Vision::DeepLearning;
+
+// Every list of the tree as a Python list; an absent collection is an empty list.
+template <class Collection> auto ListOf(const std::shared_ptr<Collection>& collection) {
+    using Element = typename std::decay_t<decltype(*collection->begin())>;
+    return collection ? std::vector<Element>(collection->begin(), collection->end())
+                      : std::vector<Element>();
+}
+
+py::tuple PointOf(const Vect2& point) {
+    return py::make_tuple(point.X(), point.Y());
+}
+
+void BindGeometry(py::module_& module) {
+    py::class_<RectangleAffine, std::shared_ptr<RectangleAffine>>(
+        module, "Box", "A rotated, skewed rectangle in image pixels.")
+        .def_property_readonly(
+            "center",
+            [](const RectangleAffine& box) { return py::make_tuple(box.CenterX(), box.CenterY()); })
+        .def_property_readonly("size",
+                               [](const RectangleAffine& box) {
+                                   return py::make_tuple(box.SideXLength(), box.SideYLength());
+                               })
+        .def_property_readonly("rotation", &RectangleAffine::Rotation)
+        .def_property_readonly("skew", &RectangleAffine::Skew)
+        .def_property_readonly("corners", [](const RectangleAffine& box) {
+            return py::make_tuple(py::make_tuple(box.CornerOriginX(), box.CornerOriginY()),
+                                  py::make_tuple(box.CornerXX(), box.CornerXY()),
+                                  py::make_tuple(box.CornerOppositeX(), box.CornerOppositeY()),
+                                  py::make_tuple(box.CornerYX(), box.CornerYY()));
+        });
+}
+
+void BindRed(py::module_& module) {
+    py::class_<DLResultRedRegion, std::shared_ptr<DLResultRedRegion>>(module, "RedRegion")
+        .def_property_readonly("name", &DLResultRedRegion::Name)
+        .def_property_readonly("score", &DLResultRedRegion::Score)
+        .def_property_readonly("area", &DLResultRedRegion::Area)
+        .def_property_readonly("perimeter", &DLResultRedRegion::Perimeter)
+        .def_property_readonly("center",
+                               [](const DLResultRedRegion& region) -> py::object {
+                                   if (const auto center = region.Center())
+                                       return PointOf(*center);
+                                   return py::none();
+                               })
+        .def_property_readonly("points", [](const DLResultRedRegion& region) {
+            py::list points;
+            for (const auto& point : ListOf(region.Points()))
+                points.append(PointOf(*point));
+            return points;
+        });
+    py::class_<DLResultRed, std::shared_ptr<DLResultRed>>(module, "RedResult")
+        .def_property_readonly("score", &DLResultRed::Score)
+        .def_property_readonly("filtered_score", &DLResultRed::FilteredScore)
+        .def_property_readonly("anomalous",
+                               [](const DLResultRed& red) {
+                                   return red.ResultRegions() && red.ResultRegions()->Count() > 0;
+                               })
+        .def_property_readonly("regions",
+                               [](const DLResultRed& red) { return ListOf(red.ResultRegions()); });
+}
+
+void BindGreen(py::module_& module) {
+    py::class_<DLResultTag, std::shared_ptr<DLResultTag>>(module, "Tag")
+        .def_property_readonly("name", &DLResultTag::Name)
+        .def_property_readonly("score", &DLResultTag::Score)
+        .def("__repr__", [](const DLResultTag& tag) {
+            return "Tag(" + tag.Name() + ", " + std::to_string(tag.Score()) + ")";
+        });
+    py::class_<DLResultGreen, std::shared_ptr<DLResultGreen>>(module, "GreenResult")
+        .def_property_readonly("tags",
+                               [](const DLResultGreen& green) { return ListOf(green.Tags()); })
+        .def_property_readonly("best_tag", &DLResultGreen::BestTag)
+        .def_property_readonly("threshold", &DLResultGreen::Threshold)
+        .def_property_readonly("uncertainty", &DLResultGreen::Uncertainty);
+}
+
+void BindBlue(py::module_& module) {
+    py::class_<DLBlueFeature, std::shared_ptr<DLBlueFeature>>(module, "Feature")
+        .def_property_readonly("name", &DLBlueFeature::Id)
+        .def_property_readonly("score", &DLBlueFeature::Score)
+        .def_property_readonly("box", &DLBlueFeature::Rectangle);
+    py::class_<DLResultMatch, std::shared_ptr<DLResultMatch>>(module, "Match")
+        .def_property_readonly("model", &DLResultMatch::ModelID)
+        .def_property_readonly("type", &DLResultMatch::ModelType)
+        .def_property_readonly("score", &DLResultMatch::Score);
+    py::class_<DLResultMatchString, DLResultMatch, std::shared_ptr<DLResultMatchString>>(
+        module, "StringMatch")
+        .def_property_readonly("text", &DLResultMatchString::MatchString)
+        .def_property_readonly(
+            "features", [](const DLResultMatchString& match) { return ListOf(match.Features()); });
+    py::class_<DLResultMatchRegex, DLResultMatch, std::shared_ptr<DLResultMatchRegex>>(module,
+                                                                                       "RegexMatch")
+        .def_property_readonly("text", &DLResultMatchRegex::String)
+        .def_property_readonly(
+            "features", [](const DLResultMatchRegex& match) { return ListOf(match.Features()); });
+    py::class_<DLResultMatchNode, DLResultMatch, std::shared_ptr<DLResultMatchNode>>(module,
+                                                                                     "NodeMatch")
+        .def_property_readonly("text", &DLResultMatchNode::String)
+        .def_property_readonly(
+            "features", [](const DLResultMatchNode& match) { return ListOf(match.Features()); });
+    py::class_<DLResultMatchLayout, DLResultMatch, std::shared_ptr<DLResultMatchLayout>>(
+        module, "LayoutMatch");
+    py::class_<DLResultBlue, std::shared_ptr<DLResultBlue>>(module, "BlueResult")
+        .def_property_readonly("features",
+                               [](const DLResultBlue& blue) { return ListOf(blue.Features()); })
+        .def_property_readonly("matches",
+                               [](const DLResultBlue& blue) { return ListOf(blue.Matches()); });
+}
+
+void BindTree(py::module_& module) {
+    py::class_<DLResultView, std::shared_ptr<DLResultView>>(
+        module, "View", "One region of the image with at most one result of each kind.")
+        .def_property_readonly("region", &DLResultView::Region)
+        .def_property_readonly("red", &DLResultView::ResultRed)
+        .def_property_readonly("green", &DLResultView::ResultGreen)
+        .def_property_readonly("blue", &DLResultView::ResultBlue);
+    py::class_<DLResultMarking, std::shared_ptr<DLResultMarking>>(
+        module, "Marking", "What one tool found in the image.")
+        .def_property_readonly("tool", &DLResultMarking::Tool)
+        .def_property_readonly("duration_ms", &DLResultMarking::Duration)
+        .def_property_readonly(
+            "views", [](const DLResultMarking& marking) { return ListOf(marking.ResultViews()); });
+    py::class_<RunResult>(module, "Result", "The result of one run of a stream on an image.")
+        .def_property_readonly("image", [](const RunResult& run) { return run.image; })
+        .def_property_readonly("stream", [](const RunResult& run) { return run.stream; })
+        .def_property_readonly("markings",
+                               [](const RunResult& run) {
+                                   const auto image = run.result->ResultImage();
+                                   return image ? ListOf(image->ResultMarking())
+                                                : std::vector<std::shared_ptr<DLResultMarking>>();
+                               })
+        .def_property_readonly("answers",
+                               [](const RunResult& run) {
+                                   py::dict answers;
+                                   for (const auto& answer : TavrinCli::AnswersOf(*run.result))
+                                       answers[py::str(answer.tool)] =
+                                           py::make_tuple(answer.answer, answer.score);
+                                   return answers;
+                               })
+        .def(
+            "to_dict",
+            [](const RunResult& run) {
+                const std::string line =
+                    TavrinCli::ResultJson(run.image, run.stream, *run.result).dump();
+                return py::module_::import("json").attr("loads")(line);
+            },
+            "The run's JSON line of tavrin-dl run, as a dict.");
+}
+
+} // namespace
+
+void BindResults(py::module_& module) {
+    BindGeometry(module);
+    BindRed(module);
+    BindGreen(module);
+    BindBlue(module);
+    BindTree(module);
+}
+
+} // namespace TavrinPython
