@@ -5,6 +5,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "ShardArguments.h"
+
 namespace TavrinCli {
 namespace {
 
@@ -61,6 +63,7 @@ std::optional<Options> ParseArguments(int argc, char** argv, int& exitCode) {
                     "no --csv is given either)");
     run->add_option("--csv", options.csv, "CSV file, one row per image and tool");
     run->add_option("--overlay", options.overlay, "folder for one PNG per image with the graphics");
+    AddShardOption(*run, options);
 
     CLI::App* bench = AddCommand(app, options, Command::Bench, "bench",
                                  "images per second and the library's share of the time");
@@ -79,6 +82,9 @@ std::optional<Options> ParseArguments(int argc, char** argv, int& exitCode) {
                      "its folder's name)");
     eval->add_option("--json", options.json, "JSON file with the figures");
     eval->add_option("--plots", options.plots, "folder for the plots, as PNG");
+    AddShardOption(*eval, options);
+    AddRowsOption(*eval, options);
+    AddMergeCommand(app, options);
 
     try {
         app.parse(argc, argv);

@@ -7,7 +7,7 @@
 
 namespace TavrinCli {
 
-enum class Command { Info, Set, Run, Bench, Eval };
+enum class Command { Info, Set, Run, Bench, Eval, Merge };
 
 struct Options {
     Command command = Command::Info;
@@ -24,6 +24,10 @@ struct Options {
     double seconds = 2;
     // Worker processes of run, eval and bench; one analyses in the tool's own process.
     std::size_t jobs = 1;
+    // The share of the images a run or eval analyses, "K/N"; all of them when not given.
+    std::optional<std::string> shard;
+    // Eval's per-image rows, which merge joins and measures.
+    std::optional<std::filesystem::path> rows;
 };
 
 // The options of the command line; nothing when the tool is to stop at once (help, or a misuse

@@ -6,13 +6,15 @@
 
 #include "Batch.h"
 #include "Evaluation.h"
+#include "EvaluationRows.h"
 #include "Failure.h"
 #include "Images.h"
+#include "Merge.h"
 #include "Parameters.h"
-#include "Plots.h"
 #include "Progress.h"
 #include "ResultWriters.h"
 #include "Session.h"
+#include "Shard.h"
 #include "Truth.h"
 
 namespace TavrinCli {
@@ -119,7 +121,9 @@ int StatusOfBatch(std::size_t failed) {
 }
 
 int Run(const Options& options) {
-    const auto files = CollectImages(options.inputs);
+    CheckShardOutputs(options);
+    const ShareOfImages share = ShareOf(CollectImages(options.inputs), options.shard);
+    const auto& files = share.files;
     Batch batch(options, JobsFor(options, files.size()));
     if (options.overlay)
         std::filesystem::create_directories(*options.overlay);
@@ -142,6 +146,7 @@ int Run(const Options& options) {
                                     outcome.overlay);
         });
     writers.Commit();
+    WriteManifests(options, batch.Setup(), share, failed);
     std::cerr << files.size() << " images through stream " << stream << '\n';
     counts.Print(std::cerr);
     if (failed)
@@ -150,86 +155,68 @@ int Run(const Options& options) {
     return StatusOfBatch(failed);
 }
 
-// The images that have a truth, with it; the others are only counted.
+// Every image of the share with its truth where it has one; only those with one are analysed.
 struct TruthsOfImages {
+    std::vector<EvaluationRow> rows;
     std::vector<std::filesystem::path> files;
-    std::vector<std::string> truths;
-    std::size_t without = 0;
+    std::vector<std::size_t> rowOfFile;
 };
 
-TruthsOfImages ImagesWithTruth(const Options& options) {
+// A shard may hold no image with a truth; the whole batch must.
+TruthsOfImages ImagesWithTruth(const Options& options, const ShareOfImages& share) {
     const Truths truths = options.truth ? Truths(*options.truth) : Truths();
     TruthsOfImages found;
-    for (const auto& file : CollectImages(options.inputs)) {
-        if (const auto truth = truths.Of(file)) {
+    for (const auto& file : share.files) {
+        const auto truth = truths.Of(file);
+        if (truth) {
+            found.rowOfFile.push_back(found.rows.size());
             found.files.push_back(file);
-            found.truths.push_back(*truth);
-        } else {
-            ++found.without;
         }
+        found.rows.push_back({file.string(), truth, {}, {}, 0, {}});
     }
-    if (found.files.empty())
-        throw CommandError("none of the " + std::to_string(found.without) + " images has a truth" +
+    if (found.files.empty() && !options.shard)
+        throw CommandError("none of the " + std::to_string(found.rows.size()) +
+                           " images has a truth" +
                            (options.truth ? " in " + options.truth->string() : ""));
     return found;
 }
 
-void WriteFigures(const Options& options, const Evaluation& evaluation) {
-    if (options.json) {
-        AtomicFile file(*options.json);
-        file.Stream() << EvaluationJson(evaluation).dump(2) << '\n';
-        file.Commit();
-        std::cerr << "figures: " << options.json->string() << '\n';
-    }
-    if (options.plots)
-        for (const auto& plot : WritePlots(evaluation, *options.plots))
-            std::cerr << "plot: " << plot.string() << '\n';
-}
-
-// What the tool answered for each image that gave an answer, and every class it named on the
-// way.
-struct Measured {
-    std::vector<Outcome> outcomes;
-    std::set<std::string> namedClasses;
-    std::size_t failed = 0;
-};
-
-Measured Measure(Batch& batch, const TruthsOfImages& images) {
-    Measured measured;
-    measured.failed =
-        AnalyseEach(batch, images.files, [&](std::size_t i, const ImageOutcome& outcome) {
-            if (outcome.error)
-                return;
-            const Answer& answer = outcome.toolAnswer;
-            measured.outcomes.push_back({images.truths[i], answer.answer, answer.score});
-            measured.namedClasses.insert(outcome.tagNames.begin(), outcome.tagNames.end());
-        });
-    if (measured.outcomes.empty())
-        throw CommandError("none of the " + std::to_string(measured.failed) +
-                           " images gave an answer");
-    return measured;
+// The measured tool's answer on each image with a truth; the number of images without one.
+std::size_t Measure(Batch& batch, TruthsOfImages& images) {
+    return AnalyseEach(batch, images.files, [&](std::size_t i, const ImageOutcome& outcome) {
+        EvaluationRow& row = images.rows[images.rowOfFile[i]];
+        row.error = outcome.error;
+        row.answer = outcome.toolAnswer.answer;
+        row.score = outcome.toolAnswer.score;
+        row.tags = outcome.tagNames;
+    });
 }
 
 int Eval(const Options& options) {
-    const TruthsOfImages images = ImagesWithTruth(options);
+    CheckShardOutputs(options);
+    const ShareOfImages share = ShareOf(CollectImages(options.inputs), options.shard);
+    TruthsOfImages images = ImagesWithTruth(options, share);
     Batch batch(options, JobsFor(options, images.files.size()));
     const BatchSetup& setup = batch.Setup();
-    const Task task = TaskOf(setup.toolType);
-    const Measured measured = Measure(batch, images);
-
-    EvaluationSubject subject;
-    subject.workspace = options.workspace;
-    subject.stream = setup.stream;
-    subject.tool = setup.tool;
-    subject.type = setup.toolType;
-    subject.images = measured.outcomes.size();
-    subject.withoutTruth = images.without;
-    subject.withoutAnswer = measured.failed;
-    subject.threshold = setup.threshold;
-    const Evaluation evaluation = Evaluate(task, subject, measured.outcomes, measured.namedClasses);
-    PrintEvaluation(evaluation, std::cout);
-    WriteFigures(options, evaluation);
-    return StatusOfBatch(measured.failed);
+    // A tool eval cannot measure is refused before anything is analysed.
+    TaskOf(setup.toolType);
+    const std::size_t failed = Measure(batch, images);
+    // Figures only of the whole batch; they are checked before anything is written.
+    std::optional<Evaluation> evaluation;
+    if (!options.shard)
+        evaluation = EvaluateRows(images.rows, SubjectOf(options.workspace, setup));
+    if (options.rows)
+        WriteEvaluationRows(*options.rows, images.rows);
+    WriteManifests(options, setup, share, failed);
+    if (!evaluation) {
+        std::cerr << images.files.size() << " images with a truth measured in shard "
+                  << *options.shard
+                  << "; merge the shards for the figures\nrows: " << options.rows->string() << '\n';
+        return StatusOfBatch(failed);
+    }
+    PrintEvaluation(*evaluation, std::cout);
+    WriteFigures(options, *evaluation);
+    return StatusOfBatch(failed);
 }
 
 int Bench(const Options& options) {
@@ -267,6 +254,8 @@ int RunCommand(const Options& options) {
         return Bench(options);
     case Command::Eval:
         return Eval(options);
+    case Command::Merge:
+        return Merge(options);
     }
     return 2;
 }

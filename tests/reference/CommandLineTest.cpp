@@ -74,10 +74,12 @@ fs::path Scratch(const std::string& name) {
 }
 
 // The tool's command line with arguments in which WS stands for the example workspace and
-// UNSEEN for the folder of images held out of training, its output going to the streams folder.
+// UNSEEN for the folder of images held out of training and ALL for the workspace of every tool
+// type, its output going to the streams folder.
 std::string CommandLine(std::string arguments) {
     for (auto [mark, path] :
-         {std::pair{std::string("WS"), TrainedExample().workspace},
+         {std::pair{std::string("ALL"), TrainedExample().allTypes},
+          {std::string("WS"), TrainedExample().workspace},
           {std::string("UNSEEN"), (TrainedExample().folder / "unseen").string()}})
         for (auto at = arguments.find(mark); at != std::string::npos; at = arguments.find(mark))
             arguments.replace(at, mark.size(), path);
@@ -576,6 +578,123 @@ TEST(CommandLine, EvalRefusesBadTruthAndWritesNothing) {
         EXPECT_EQ(eval.status, c.status) << c.arguments;
         EXPECT_NE(eval.err.find(c.message), std::string::npos) << c.arguments << ": " << eval.err;
         EXPECT_FALSE(fs::exists(out / "figures.json")) << c.arguments;
+    }
+}
+
+// The folder of FolderWithABrokenImage with four more digits: eight images to split.
+fs::path EightImages(const std::string& name) {
+    const fs::path folder = FolderWithABrokenImage(name);
+    for (const char* digit : {"2", "3", "4", "7", "9"})
+        fs::copy_file(TrainedExample().Analyse("green", std::string(digit) + "_0000.png"),
+                      folder / (std::string(digit) + "_d.png"));
+    return folder;
+}
+
+// The tool once for each of the shares 1 to shards, fanned out by GNU parallel; {} in the
+// arguments stands for the share.
+Outcome ThroughParallel(const std::string& arguments, int shards) {
+    std::string command = "parallel " + CommandLine(arguments) + " :::";
+    for (int share = 1; share <= shards; ++share)
+        command += " " + std::to_string(share);
+    return Finished(std::system(command.c_str()));
+}
+
+TEST(CommandLine, ShardsFannedOutByParallelMergeIntoWhatOneRunWrites) {
+    const fs::path images = EightImages("shards");
+    const auto at = [&](const std::string& name) {
+        return " " + (images.parent_path() / name).string();
+    };
+    const std::string batch = "WS -s classify --jobs 1 " + images.string();
+    ASSERT_EQ(Cli("run " + batch + " --json" + at("one.jsonl") + " --csv" + at("one.csv")).status,
+              3);
+    const Outcome oneEval =
+        Cli("eval " + batch + " --json" + at("one.json") + " --rows" + at("one.rows"));
+    ASSERT_EQ(oneEval.status, 3) << oneEval.err;
+    // Eval in more shares than images, so that some are empty.
+    ThroughParallel(
+        "run " + batch + " --shard {}/3 --json" + at("r{}.jsonl") + " --csv" + at("r{}.csv"), 3);
+    ThroughParallel("eval " + batch + " --shard {}/10 --rows" + at("e{}.rows"), 10);
+
+    const Outcome run =
+        Cli("merge" + at("r3.csv") + at("r1.jsonl") + at("r2.csv") + at("r1.csv") + at("r3.jsonl") +
+            at("r2.jsonl") + " --json" + at("all.jsonl") + " --csv" + at("all.csv"));
+    EXPECT_EQ(run.status, 3) << run.err;
+    EXPECT_NE(run.err.find("3 shards of 8 images through stream classify merged, 1 of them "
+                           "without an answer\n"),
+              std::string::npos)
+        << run.err;
+    EXPECT_EQ(Contents(images.parent_path() / "all.csv"),
+              Contents(images.parent_path() / "one.csv"));
+    EXPECT_EQ(WithoutDurations(Contents(images.parent_path() / "all.jsonl")),
+              WithoutDurations(Contents(images.parent_path() / "one.jsonl")));
+
+    std::string rows;
+    for (int share = 10; share >= 1; --share)
+        rows += at("e" + std::to_string(share) + ".rows");
+    const Outcome eval =
+        Cli("merge" + rows + " --json" + at("all.json") + " --rows" + at("all.rows"));
+    EXPECT_EQ(eval.status, 3) << eval.err;
+    EXPECT_EQ(eval.out, oneEval.out);
+    EXPECT_EQ(Contents(images.parent_path() / "all.json"),
+              Contents(images.parent_path() / "one.json"));
+    EXPECT_EQ(Contents(images.parent_path() / "all.rows"),
+              Contents(images.parent_path() / "one.rows"));
+}
+
+TEST(CommandLine, MergeRefusesShardsThatDoNotFitTogether) {
+    const fs::path images = FolderWithABrokenImage("misfits");
+    const fs::path out = images.parent_path();
+    const auto at = [&](const std::string& name) {
+        return " " + (out / name).string();
+    };
+    const std::string inputs = " --jobs 1 " + images.string();
+    const std::pair<std::string, std::string> shards[] = {
+        {"WS -s classify --shard 1/2", "a1"},
+        {"WS -s classify --shard 2/2", "a2"},
+        {"WS -s anomaly --shard 2/2", "stream"},
+        {"ALL -s classify --shard 2/2", "workspace"},
+        {"WS -s classify --shard 2/3", "split"},
+        {"WS -s classify -p classes.Threshold=0.9 --shard 2/2", "parameters"},
+        {"WS -s classify", "whole"}};
+    for (const auto& [arguments, name] : shards)
+        ASSERT_NE(Cli("run " + arguments + inputs + " --csv" + at(name + ".csv")).status, 2)
+            << name;
+    for (const char* suffix : {"", ".shard.json"})
+        fs::copy_file(out / ("a2.csv" + std::string(suffix)),
+                      out / ("again.csv" + std::string(suffix)));
+
+    const std::string merged = " --csv" + at("merged.csv");
+    const struct {
+        std::string arguments;
+        int status;
+        std::string message;
+    } cases[] = {
+        {"merge" + at("a1.csv") + merged, 2, "shards of the csv missing: 2/2"},
+        {"merge" + at("a1.csv") + at("a2.csv") + at("again.csv") + merged, 2,
+         "shard 2/2 of the csv is given twice: " + (out / "a2.csv").string() + " and "},
+        {"merge" + at("a1.csv") + at("stream.csv") + merged, 2,
+         "stream.csv does not fit " + (out / "a1.csv").string() +
+             ": it is a shard of stream anomaly rather than classify"},
+        {"merge" + at("a1.csv") + at("workspace.csv") + merged, 2,
+         "it is a shard of another workspace"},
+        {"merge" + at("a1.csv") + at("split.csv") + merged, 2,
+         "it is a shard of a split into 3 rather than 2"},
+        {"merge" + at("a1.csv") + at("parameters.csv") + merged, 2,
+         "it is a shard of a run with other parameters"},
+        {"merge" + at("a1.csv") + at("a2.csv") + " --json" + at("merged.csv"), 2,
+         "no shards of the json lines"},
+        {"merge" + at("whole.csv") + merged, 1, "whole.csv is not the output of a shard"},
+        {"run WS --shard 3/2" + inputs + merged, 2, "not a share K/N with 1 <= K <= N: 3/2"},
+        {"run WS --shard 1/2" + inputs, 2, "run --shard needs --json or --csv"},
+        {"eval WS --shard 1/2 --rows" + at("rows") + inputs + " --json" + at("merged.csv"), 2,
+         "eval --shard writes only --rows F"},
+    };
+    for (const auto& c : cases) {
+        const Outcome outcome = Cli(c.arguments);
+        EXPECT_EQ(outcome.status, c.status) << c.arguments;
+        EXPECT_NE(outcome.err.find(c.message), std::string::npos)
+            << c.arguments << ": " << outcome.err;
+        EXPECT_FALSE(fs::exists(out / "merged.csv")) << c.arguments;
     }
 }
 
