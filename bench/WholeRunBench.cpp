@@ -18,9 +18,9 @@
 #include <Vision/Core/Image8Grey.h>
 #include <Vision/DeepLearning/DeepLearning.h>
 
-#include "ExampleData.h"
+#include "BareAnswer.h"
 #include "Ratio.h"
-#include "Training.h"
+#include "TrainedExample.h"
 #include "engine/EngineFunctionTable.h"
 #include "engine/ProcessState.h"
 
@@ -62,13 +62,8 @@ struct Example {
         // one it gets, so loading the reference engine by path first makes the run use it.
         if (!dlopen(KELO_REFERENCE_ENGINE, RTLD_NOW | RTLD_LOCAL))
             throw std::runtime_error(dlerror());
-        fs::path const folder =
-            fs::temp_directory_path() / ("tavrin-whole-run-" + std::to_string(getpid()));
-        KeloReference::WriteDigitsExample(KELO_DIGITS_SHEET, folder.string(),
-                                          KeloReference::ExampleCounts{});
+        fs::path const folder = Bench::TrainExample("whole-run");
         std::string const workspace = (folder / "digits.yml").string();
-        KeloReference::WriteWorkspace(
-            KeloReference::TrainWorkspace((folder / "training").string(), {}), workspace);
 
         for (auto const& [kind, stream] :
              {std::pair{"red", "anomaly"}, {"green", "classify"}, {"blue", "read"}})
@@ -130,7 +125,7 @@ public:
 };
 
 // What any client of the engine does at the least for the answer the library gives: the image
-// record, a sample, the analysis, its document parsed and its resource images fetched, the
+// record, a sample, the analysis, its document parsed and read, its resource images fetched, the
 // releases.
 void DirectRun(std::string const& stream, cv::Mat const& grey, EngineBuffer& buffer) {
     auto& kelo = Engine();
@@ -154,6 +149,7 @@ void DirectRun(std::string const& stream, cv::Mat const& grey, EngineBuffer& buf
     tinyxml2::XMLDocument answer;
     if (answer.Parse(buffer.text) != tinyxml2::XML_SUCCESS)
         throw std::runtime_error("the engine's answer is no XML document");
+    benchmark::DoNotOptimize(Bench::ReadElement(*answer.RootElement()));
     ResourceFetch fetch;
     answer.Accept(&fetch);
     kelo.kelo_runtime_free_sample(DirectId, stream.c_str(), sample);
