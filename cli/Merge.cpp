@@ -82,11 +82,15 @@ std::map<std::string, std::filesystem::path> MergedOutputs(const Options& option
     return outputs;
 }
 
-void CheckOutputsHaveShards(const std::map<std::string, std::filesystem::path>& outputs,
-                            const std::map<std::string, SharesOfFormat>& formats) {
+// Eval's rows need no output: its figures are measured from them.
+void CheckOutputsFitShards(const std::map<std::string, std::filesystem::path>& outputs,
+                           const std::map<std::string, SharesOfFormat>& formats) {
     for (const auto& [format, output] : outputs)
         if (!formats.count(format))
             throw UsageError("no shards of the " + format + " to merge into " + output.string());
+    for (const auto& [format, shares] : formats)
+        if (!outputs.count(format) && format != EvaluationRowsFormat)
+            throw UsageError("the shards of the " + format + " need an output to merge into");
 }
 
 std::ifstream Opened(const std::filesystem::path& file) {
@@ -136,10 +140,7 @@ int Merge(const Options& options) {
     const ShardManifest& batch = shards.front().manifest;
     const auto formats = SharesByFormat(shards);
     const auto outputs = MergedOutputs(options, batch.command);
-    CheckOutputsHaveShards(outputs, formats);
-    for (const auto& [format, shares] : formats)
-        if (!outputs.count(format) && format != EvaluationRowsFormat)
-            throw UsageError("the shards of the " + format + " need an output to merge into");
+    CheckOutputsFitShards(outputs, formats);
 
     const SharesOfFormat& shares = formats.begin()->second;
     // Eval's figures are measured again over all the rows, and checked before anything is
