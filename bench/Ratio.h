@@ -23,7 +23,7 @@ struct Ratio {
 };
 
 // Google Benchmark's own table, of the aggregates alone when there are repetitions, keeping the
-// real time per iteration of each repetition of each benchmark.
+// real time per iteration of each repetition of each benchmark, by its function's name.
 class RatioReporter : public benchmark::ConsoleReporter {
 public:
     RatioReporter()
@@ -35,7 +35,7 @@ public:
             if (run.run_type == Run::RT_Aggregate || run.repetitions <= 1)
                 shown.push_back(run);
             if (!run.error_occurred && run.run_type == Run::RT_Iteration && run.iterations != 0)
-                seconds_[run.run_name.str()][run.repetition_index] =
+                seconds_[run.run_name.function_name][run.repetition_index] =
                     run.real_accumulated_time / static_cast<double>(run.iterations);
         }
         if (!shown.empty())
