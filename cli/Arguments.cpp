@@ -35,6 +35,12 @@ void AddRunInputs(CLI::App& command, Options& options) {
         ->check(CLI::Range(1, 1024));
 }
 
+void AddReportOption(CLI::App& command, Options& options) {
+    command.add_option("--report", options.report,
+                       "folder for an HTML report: index.html with every image's overlay, its "
+                       "answer and score, to filter and sort in a browser");
+}
+
 } // namespace
 
 std::optional<Options> ParseArguments(int argc, char** argv, int& exitCode) {
@@ -61,6 +67,7 @@ std::optional<Options> ParseArguments(int argc, char** argv, int& exitCode) {
                     "no --csv is given either)");
     run->add_option("--csv", options.csv, "CSV file, one row per image and tool");
     run->add_option("--overlay", options.overlay, "folder for one PNG per image with the graphics");
+    AddReportOption(*run, options);
 
     CLI::App* bench = AddCommand(app, options, Command::Bench, "bench",
                                  "images per second and the library's share of the time");
@@ -79,6 +86,7 @@ std::optional<Options> ParseArguments(int argc, char** argv, int& exitCode) {
                      "its folder's name)");
     eval->add_option("--json", options.json, "JSON file with the figures");
     eval->add_option("--plots", options.plots, "folder for the plots, as PNG");
+    AddReportOption(*eval, options);
 
     try {
         app.parse(argc, argv);

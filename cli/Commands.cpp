@@ -11,6 +11,7 @@
 #include "Parameters.h"
 #include "Plots.h"
 #include "Progress.h"
+#include "Report.h"
 #include "ResultWriters.h"
 #include "Session.h"
 #include "Truth.h"
@@ -128,8 +129,12 @@ int Run(const Options& options) {
                           options.json || options.csv ? nullptr : &std::cout);
     AnswerCounts counts;
     std::set<std::string> overlayNames;
+    std::optional<Report> report =
+        ReportFor(options, "run", stream, JobsFor(options, files.size()));
     const std::size_t failed =
         AnalyseEach(batch, files, [&](std::size_t i, const ImageOutcome& outcome) {
+            if (report)
+                report->Add(files[i], outcome);
             const std::string image = files[i].string();
             if (outcome.error) {
                 writers.WriteFailure(image, stream, *outcome.error);
@@ -147,6 +152,7 @@ int Run(const Options& options) {
     if (failed)
         std::cerr << "  without an answer: " << failed << " (named above)\n";
     PrintWhere(options);
+    FinishReport(report);
     return StatusOfBatch(failed);
 }
 
@@ -194,10 +200,14 @@ struct Measured {
     std::size_t failed = 0;
 };
 
-Measured Measure(Batch& batch, const TruthsOfImages& images) {
+Measured Measure(Batch& batch, const TruthsOfImages& images, Task task,
+                 std::optional<Report>& report) {
     Measured measured;
     measured.failed =
         AnalyseEach(batch, images.files, [&](std::size_t i, const ImageOutcome& outcome) {
+            if (report)
+                report->Add(images.files[i], outcome,
+                            Expectation{images.truths[i], ExpectedAnswer(task, images.truths[i])});
             if (outcome.error)
                 return;
             const Answer& answer = outcome.toolAnswer;
@@ -215,7 +225,9 @@ int Eval(const Options& options) {
     Batch batch(options, JobsFor(options, images.files.size()));
     const BatchSetup& setup = batch.Setup();
     const Task task = TaskOf(setup.toolType);
-    const Measured measured = Measure(batch, images);
+    std::optional<Report> report =
+        ReportFor(options, "eval", setup.stream, JobsFor(options, images.files.size()));
+    const Measured measured = Measure(batch, images, task, report);
 
     EvaluationSubject subject;
     subject.workspace = options.workspace;
@@ -229,6 +241,9 @@ int Eval(const Options& options) {
     const Evaluation evaluation = Evaluate(task, subject, measured.outcomes, measured.namedClasses);
     PrintEvaluation(evaluation, std::cout);
     WriteFigures(options, evaluation);
+    if (report)
+        report->AddFigures(evaluation);
+    FinishReport(report);
     return StatusOfBatch(measured.failed);
 }
 
