@@ -41,7 +41,7 @@ double EngineSeconds(const DLResult& result) {
 
 Analyser::Analyser(const Options& options)
     : session_(options.workspace)
-    , overlay_(options.overlay.has_value()) {
+    , overlay_(options.overlay || options.report) {
     session_.SelectStream(options.stream);
     ApplyAll(session_, options.assignments);
     setup_.stream = session_.Stream()->Name();
@@ -65,7 +65,7 @@ ImageOutcome Analyser::Analyse(const std::filesystem::path& file) {
             outcome.tagNames = TagNamesOf(*result, setup_.tool);
         }
         if (overlay_)
-            outcome.overlay = OverlayPng(image, *session_.LastRunRecord());
+            outcome.overlay = OverlayPng(image, *session_.LastRunRecord(), outcome.answers);
     } catch (const std::exception& failure) {
         outcome.error = failure.what();
     }

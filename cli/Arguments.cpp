@@ -37,6 +37,12 @@ void AddRunInputs(CLI::App& command, Options& options) {
         ->check(CLI::Range(1, 1024));
 }
 
+void AddReportOption(CLI::App& command, Options& options) {
+    command.add_option("--report", options.report,
+                       "folder for an HTML report: index.html with every image's overlay, its "
+                       "answer and score, to filter and sort in a browser");
+}
+
 } // namespace
 
 std::optional<Options> ParseArguments(int argc, char** argv, int& exitCode) {
@@ -64,6 +70,7 @@ std::optional<Options> ParseArguments(int argc, char** argv, int& exitCode) {
     run->add_option("--csv", options.csv, "CSV file, one row per image and tool");
     run->add_option("--overlay", options.overlay, "folder for one PNG per image with the graphics");
     AddShardOption(*run, options);
+    AddReportOption(*run, options);
 
     CLI::App* bench = AddCommand(app, options, Command::Bench, "bench",
                                  "images per second and the library's share of the time");
@@ -85,6 +92,7 @@ std::optional<Options> ParseArguments(int argc, char** argv, int& exitCode) {
     AddShardOption(*eval, options);
     AddRowsOption(*eval, options);
     AddMergeCommand(app, options);
+    AddReportOption(*eval, options);
 
     try {
         app.parse(argc, argv);

@@ -21,6 +21,8 @@ struct Options {
     std::optional<std::filesystem::path> overlay;
     std::optional<std::filesystem::path> truth;
     std::optional<std::filesystem::path> plots;
+    // Folder of the HTML report of run and eval.
+    std::optional<std::filesystem::path> report;
     double seconds = 2;
     // Worker processes of run, eval and bench; one analyses in the tool's own process.
     std::size_t jobs = 1;

@@ -12,6 +12,7 @@
 #include "Merge.h"
 #include "Parameters.h"
 #include "Progress.h"
+#include "Report.h"
 #include "ResultWriters.h"
 #include "Session.h"
 #include "Shard.h"
@@ -132,8 +133,12 @@ int Run(const Options& options) {
                           options.json || options.csv ? nullptr : &std::cout);
     AnswerCounts counts;
     std::set<std::string> overlayNames;
+    std::optional<Report> report =
+        ReportFor(options, "run", stream, JobsFor(options, files.size()));
     const std::size_t failed =
         AnalyseEach(batch, files, [&](std::size_t i, const ImageOutcome& outcome) {
+            if (report)
+                report->Add(files[i], outcome);
             const std::string image = files[i].string();
             if (outcome.error) {
                 writers.WriteFailure(image, stream, *outcome.error);
@@ -152,6 +157,7 @@ int Run(const Options& options) {
     if (failed)
         std::cerr << "  without an answer: " << failed << " (named above)\n";
     PrintWhere(options);
+    FinishReport(report);
     return StatusOfBatch(failed);
 }
 
@@ -181,10 +187,15 @@ TruthsOfImages ImagesWithTruth(const Options& options, const ShareOfImages& shar
     return found;
 }
 
-// The measured tool's answer on each image with a truth; the number of images without one.
-std::size_t Measure(Batch& batch, TruthsOfImages& images) {
+// The measured tool's answer on each image with a truth, each added to the report when there is
+// one; the number of images without an answer.
+std::size_t Measure(Batch& batch, TruthsOfImages& images, Task task,
+                    std::optional<Report>& report) {
     return AnalyseEach(batch, images.files, [&](std::size_t i, const ImageOutcome& outcome) {
         EvaluationRow& row = images.rows[images.rowOfFile[i]];
+        if (report)
+            report->Add(images.files[i], outcome,
+                        Expectation{*row.truth, ExpectedAnswer(task, *row.truth)});
         row.error = outcome.error;
         row.answer = outcome.toolAnswer.answer;
         row.score = outcome.toolAnswer.score;
@@ -199,8 +210,10 @@ int Eval(const Options& options) {
     Batch batch(options, JobsFor(options, images.files.size()));
     const BatchSetup& setup = batch.Setup();
     // A tool eval cannot measure is refused before anything is analysed.
-    TaskOf(setup.toolType);
-    const std::size_t failed = Measure(batch, images);
+    const Task task = TaskOf(setup.toolType);
+    std::optional<Report> report =
+        ReportFor(options, "eval", setup.stream, JobsFor(options, images.files.size()));
+    const std::size_t failed = Measure(batch, images, task, report);
     // Figures only of the whole batch; they are checked before anything is written.
     std::optional<Evaluation> evaluation;
     if (!options.shard)
@@ -216,6 +229,9 @@ int Eval(const Options& options) {
     }
     PrintEvaluation(*evaluation, std::cout);
     WriteFigures(options, *evaluation);
+    if (report)
+        report->AddFigures(*evaluation);
+    FinishReport(report);
     return StatusOfBatch(failed);
 }
 

@@ -184,6 +184,12 @@ const Classification* Evaluation::Confusion() const {
     return nullptr;
 }
 
+std::string ExpectedAnswer(Task task, const std::string& truth) {
+    if (task != Task::AnomalyDetection)
+        return truth;
+    return IsAnomalous(truth) ? AnomalyLabel : GoodLabel;
+}
+
 Evaluation Evaluate(Task task, const EvaluationSubject& subject,
                     const std::vector<Outcome>& outcomes,
                     const std::set<std::string>& namedClasses) {

@@ -45,6 +45,9 @@ struct Evaluation {
     const Classification* Confusion() const;
 };
 
+// The answer that is right for an image of that truth.
+std::string ExpectedAnswer(Task task, const std::string& truth);
+
 // CommandError when a classification's truth names a class that the tool never named among all
 // the tags it gave (namedClasses), since the library does not list a classifier's classes: a
 // truth meant for another tool, or a misspelt one.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
@@ -18,17 +19,94 @@ using namespace Tavrin::Vision;
 // longest side of LargestSide.
 constexpr int LegibleSide = 240;
 constexpr int LargestSide = 1600;
-// Labels may stand beside the image: the canvas has a margin all round.
+// Shapes may reach past the image: the canvas has a margin all round.
 constexpr int Margin = 32;
+const cv::Scalar Backdrop(64, 64, 64);
+const cv::Scalar LegendText(255, 255, 255);
+constexpr int Font = cv::FONT_HERSHEY_SIMPLEX;
 
-// Draws in image coordinates on a canvas enlarged by a whole factor.
+cv::Scalar Colour(Color32 colour) {
+    return {double(colour.B()), double(colour.G()), double(colour.R())};
+}
+
+// Text and lines grow with the enlarged image, so that they read alike on small and large ones.
+struct Sizes {
+    double fontScale;
+    int textThickness;
+    int lineScale;
+    int gap;
+};
+
+Sizes SizesFor(const cv::Size& enlarged) {
+    const int shorter = std::min(enlarged.width, enlarged.height);
+    const double fontScale = std::clamp(shorter / 400.0, 0.55, 2.0);
+    return {fontScale, std::max(1, static_cast<int>(std::lround(fontScale * 1.5))),
+            std::max(1, shorter / 250), std::max(4, static_cast<int>(8 * fontScale))};
+}
+
+// A piece of text with the box it takes, including the part below the baseline.
+struct TextBox {
+    std::string text;
+    cv::Size size;
+    cv::Scalar colour;
+    cv::Scalar background;
+    bool filled;
+};
+
+TextBox Measured(const std::string& text, const Sizes& sizes, cv::Scalar colour,
+                 cv::Scalar background = Backdrop, bool filled = false) {
+    int baseline = 0;
+    const cv::Size size =
+        cv::getTextSize(text, Font, sizes.fontScale, sizes.textThickness, &baseline);
+    return {text, {size.width, size.height + baseline}, colour, background, filled};
+}
+
+void WriteText(cv::Mat& pixels, const TextBox& box, cv::Point topLeft, const Sizes& sizes) {
+    if (box.filled)
+        cv::rectangle(pixels, cv::Rect(topLeft, box.size), box.background, cv::FILLED);
+    int baseline = 0;
+    const int height =
+        cv::getTextSize(box.text, Font, sizes.fontScale, sizes.textThickness, &baseline).height;
+    cv::putText(pixels, box.text, topLeft + cv::Point(0, height), Font, sizes.fontScale, box.colour,
+                sizes.textThickness, cv::LINE_AA);
+}
+
+// Where each box stands when they flow left to right in rows of the given width.
+std::vector<cv::Point> Flowed(const std::vector<TextBox>& boxes, int width, int gap) {
+    std::vector<cv::Point> places;
+    cv::Point at(gap, gap);
+    int rowHeight = 0;
+    for (const TextBox& box : boxes) {
+        if (at.x > gap && at.x + box.size.width > width - gap) {
+            at = {gap, at.y + rowHeight + gap};
+            rowHeight = 0;
+        }
+        places.push_back(at);
+        at.x += box.size.width + 2 * gap;
+        rowHeight = std::max(rowHeight, box.size.height);
+    }
+    return places;
+}
+
+int FlowHeight(const std::vector<TextBox>& boxes, const std::vector<cv::Point>& places, int gap) {
+    int bottom = 0;
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+        bottom = std::max(bottom, places[i].y + boxes[i].size.height);
+    return bottom + gap;
+}
+
+// Draws in image coordinates on a canvas enlarged by a whole factor. Labels are not written over
+// the image, where they would cover each other and the shapes: each gets a numbered tag at its
+// anchor, placed clear of the other tags, and its text under the same number in the legend.
 class Canvas {
 public:
-    Canvas(cv::Mat pixels, int scale)
+    Canvas(cv::Mat pixels, int scale, const Sizes& sizes)
         : pixels_(std::move(pixels))
-        , scale_(scale) {}
+        , scale_(scale)
+        , sizes_(sizes) {}
 
     cv::Mat Pixels() const { return pixels_; }
+    const std::vector<TextBox>& LabelTexts() const { return labelTexts_; }
 
     void Line(double x0, double y0, double x1, double y1, const IGraphic& look) {
         const cv::Point2d from = At(x0, y0);
@@ -39,7 +117,7 @@ public:
         }
         // OpenCV draws solid lines only: broken styles are drawn piece by piece.
         const double length = cv::norm(to - from);
-        const double dash = look.LineStyle() == LineStyleConstants_Dot ? 2 : 8;
+        const double dash = (look.LineStyle() == LineStyleConstants_Dot ? 2 : 8) * sizes_.lineScale;
         for (double start = 0; start < length; start += 2 * dash) {
             const double end = std::min(start + dash, length);
             Segment(from + (to - from) * (start / length), from + (to - from) * (end / length),
@@ -55,34 +133,26 @@ public:
     }
 
     void Marker(double x, double y, int size, const IGraphic& look) {
-        cv::drawMarker(pixels_, At(x, y), Colour(look.Color()), cv::MARKER_CROSS, size,
-                       Width(look));
+        cv::drawMarker(pixels_, At(x, y), Colour(look.Color()), cv::MARKER_CROSS,
+                       size * sizes_.lineScale, Width(look));
     }
 
-    // Labels are drawn upright: OpenCV writes horizontal text only.
-    void Text(const GraphicLabel& label) {
-        constexpr double FontScale = 0.5;
-        int baseline = 0;
-        const cv::Size size =
-            cv::getTextSize(label.Text(), cv::FONT_HERSHEY_SIMPLEX, FontScale, 1, &baseline);
-        // Alignment counts columns left to right, then rows top to bottom.
-        const int column = label.Alignment() % 3;
-        const int row = label.Alignment() / 3;
-        const cv::Point2d anchor = At(label.X(), label.Y());
-        const cv::Point topLeft(static_cast<int>(anchor.x - column * size.width / 2.0),
-                                static_cast<int>(anchor.y - row * (size.height + baseline) / 2.0));
-        if (label.BackgroundColor().A() != 0)
-            cv::rectangle(pixels_, cv::Rect(topLeft, cv::Size(size.width, size.height + baseline)),
-                          Colour(label.BackgroundColor()), cv::FILLED);
-        cv::putText(pixels_, label.Text(), topLeft + cv::Point(0, size.height),
-                    cv::FONT_HERSHEY_SIMPLEX, FontScale, Colour(label.Color()), 1, cv::LINE_AA);
+    void Label(const GraphicLabel& label) {
+        const std::string number = std::to_string(labelTexts_.size() + 1);
+        const bool filled = label.BackgroundColor().A() != 0;
+        const cv::Scalar colour = Colour(label.Color());
+        const cv::Scalar background = Colour(label.BackgroundColor());
+        labelTexts_.push_back(
+            Measured(number + " " + label.Text(), sizes_, colour, background, filled));
+        // A tag always has a backdrop, so that it stands out from the image.
+        const TextBox tag = Measured(number, sizes_, colour, filled ? background : Backdrop, true);
+        WriteText(pixels_, tag, FreePlace(At(label.X(), label.Y()), tag.size), sizes_);
     }
 
 private:
-    static cv::Scalar Colour(Color32 colour) {
-        return {double(colour.B()), double(colour.G()), double(colour.R())};
+    int Width(const IGraphic& look) const {
+        return std::max(1, look.LineWidthInScreenPixels()) * sizes_.lineScale;
     }
-    static int Width(const IGraphic& look) { return std::max(1, look.LineWidthInScreenPixels()); }
 
     // Results measure from the image's outer corner, so a view of the whole image is its border.
     cv::Point2d At(double x, double y) const { return {Margin + x * scale_, Margin + y * scale_}; }
@@ -91,8 +161,32 @@ private:
         cv::line(pixels_, from, to, Colour(look.Color()), Width(look), cv::LINE_AA);
     }
 
+    // The first place at or below the anchor that no tag covers yet, kept on the canvas.
+    cv::Point FreePlace(cv::Point2d anchor, cv::Size size) {
+        const int right = std::max(0, pixels_.cols - size.width);
+        const int bottom = std::max(0, pixels_.rows - size.height);
+        cv::Rect place(std::clamp(static_cast<int>(anchor.x), 0, right),
+                       std::clamp(static_cast<int>(anchor.y), 0, bottom), size.width, size.height);
+        const auto taken = [&] {
+            return std::any_of(tags_.begin(), tags_.end(),
+                               [&](const cv::Rect& tag) { return (tag & place).area() > 0; });
+        };
+        const int top = place.y;
+        // Down the column under the anchor first, then the next column to its right.
+        while (taken()) {
+            place.y += size.height + 1;
+            if (place.y > bottom)
+                place = {place.x + size.width + 1, top, size.width, size.height};
+        }
+        tags_.push_back(place);
+        return place.tl();
+    }
+
     cv::Mat pixels_;
     int scale_;
+    Sizes sizes_;
+    std::vector<TextBox> labelTexts_;
+    std::vector<cv::Rect> tags_;
 };
 
 std::vector<cv::Point2d> Corners(const RectangleAffine& box) {
@@ -135,7 +229,29 @@ void Draw(Canvas& canvas, const IGraphicPtr& graphic) {
     else if (const auto marker = std::dynamic_pointer_cast<PointMarker>(graphic))
         canvas.Marker(marker->X(), marker->Y(), marker->SizeInScreenPixels(), *graphic);
     else if (const auto label = std::dynamic_pointer_cast<GraphicLabel>(graphic))
-        canvas.Text(*label);
+        canvas.Label(*label);
+}
+
+// Every tool's answer with its score, one after the other.
+std::vector<TextBox> AnswerTexts(const std::vector<Answer>& answers, const Sizes& sizes) {
+    std::vector<TextBox> texts;
+    for (const Answer& answer : answers) {
+        char score[32];
+        std::snprintf(score, sizeof score, "%.3f", answer.score);
+        texts.push_back(Measured(
+            answer.tool + ": " + (answer.answer.empty() ? NoAnswer : answer.answer) + "  " + score,
+            sizes, LegendText));
+    }
+    return texts;
+}
+
+// A strip of the legend under the image, with the texts flowed in rows.
+cv::Mat Band(const std::vector<TextBox>& texts, int width, const Sizes& sizes) {
+    const std::vector<cv::Point> places = Flowed(texts, width, sizes.gap);
+    cv::Mat band(FlowHeight(texts, places, sizes.gap), width, CV_8UC3, Backdrop);
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        WriteText(band, texts[i], places[i], sizes);
+    return band;
 }
 
 cv::Mat ColourEightBits(const cv::Mat& image) {
@@ -170,28 +286,36 @@ std::vector<IGraphicPtr> GraphicsOf(Record& record) {
     return graphics;
 }
 
-cv::Mat DrawOverlay(const cv::Mat& image, const std::vector<IGraphicPtr>& graphics) {
+cv::Mat DrawOverlay(const cv::Mat& image, const std::vector<IGraphicPtr>& graphics,
+                    const std::vector<Answer>& answers) {
     const int scale = std::max(1, std::min(LegibleSide / std::min(image.cols, image.rows),
                                            LargestSide / std::max(image.cols, image.rows)));
     cv::Mat enlarged;
     cv::resize(ColourEightBits(image), enlarged, cv::Size(), scale, scale, cv::INTER_NEAREST);
+    const Sizes sizes = SizesFor(enlarged.size());
     cv::copyMakeBorder(enlarged, enlarged, Margin, Margin, Margin, Margin, cv::BORDER_CONSTANT,
-                       cv::Scalar(64, 64, 64));
-    Canvas canvas(enlarged, scale);
+                       Backdrop);
+    Canvas canvas(enlarged, scale, sizes);
     for (const auto& graphic : graphics)
         Draw(canvas, graphic);
-    return canvas.Pixels();
+    cv::Mat overlay = canvas.Pixels();
+    for (const auto& band : {AnswerTexts(answers, sizes), canvas.LabelTexts()})
+        if (!band.empty())
+            cv::vconcat(overlay, Band(band, overlay.cols, sizes), overlay);
+    return overlay;
 }
 
-std::vector<unsigned char> OverlayPng(const cv::Mat& image, Record& record) {
+std::vector<unsigned char> OverlayPng(const cv::Mat& image, Record& record,
+                                      const std::vector<Answer>& answers) {
     std::vector<unsigned char> png;
-    if (!cv::imencode(".png", DrawOverlay(image, GraphicsOf(record)), png))
+    if (!cv::imencode(".png", DrawOverlay(image, GraphicsOf(record), answers), png))
         throw CommandError("cannot encode the overlay");
     return png;
 }
 
-void WriteOverlay(const std::filesystem::path& file, const cv::Mat& image, Record& record) {
-    WriteFileAtomically(file, OverlayPng(image, record));
+void WriteOverlay(const std::filesystem::path& file, const cv::Mat& image, Record& record,
+                  const std::vector<Answer>& answers) {
+    WriteFileAtomically(file, OverlayPng(image, record, answers));
 }
 
 } // namespace TavrinCli

@@ -149,7 +149,8 @@ std::filesystem::path ManifestOf(const std::filesystem::path& output) {
 void CheckShardOutputs(const Options& options) {
     if (!options.shard)
         return;
-    if (options.command == Command::Eval && (options.json || options.plots || !options.rows))
+    if (options.command == Command::Eval &&
+        (options.json || options.plots || options.report || !options.rows))
         throw UsageError("eval --shard writes only --rows F, the rows that merge measures: the "
                          "figures of one share are not those of the batch");
     if (OutputsOf(options).empty())

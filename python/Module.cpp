@@ -183,15 +183,15 @@ public:
 
     // The last run's image, enlarged, with its graphics drawn over it, in RGB.
     py::array Overlay() {
-        cv::Mat overlay = TavrinCli::DrawOverlay(LastImageBgr(),
-                                                 TavrinCli::GraphicsOf(*session_.LastRunRecord()));
+        cv::Mat overlay = TavrinCli::DrawOverlay(
+            LastImageBgr(), TavrinCli::GraphicsOf(*session_.LastRunRecord()), lastAnswers_);
         cv::cvtColor(overlay, overlay, cv::COLOR_BGR2RGB);
         return ToArray(overlay);
     }
 
     // The same as a PNG file, as tavrin-dl run --overlay writes it.
     void SaveOverlay(const std::string& path) {
-        TavrinCli::WriteOverlay(path, LastImageBgr(), *session_.LastRunRecord());
+        TavrinCli::WriteOverlay(path, LastImageBgr(), *session_.LastRunRecord(), lastAnswers_);
     }
 
 private:
@@ -213,6 +213,7 @@ private:
             result = session_.Run(std::move(converted));
         }
         lastImage_ = image;
+        lastAnswers_ = TavrinCli::AnswersOf(*result);
         lastOrder_ = order;
         lastOwner_ = std::move(owner);
         return {std::move(result), name, Stream()};
@@ -220,6 +221,7 @@ private:
 
     TavrinCli::Session session_;
     std::optional<cv::Mat> lastImage_;
+    std::vector<TavrinCli::Answer> lastAnswers_;
     TavrinCli::ChannelOrder lastOrder_ = TavrinCli::ChannelOrder::Bgr;
     py::object lastOwner_;
 };

@@ -9,6 +9,7 @@ packages=(
     libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev libopencv-ml-dev
     libcli11-dev nlohmann-json3-dev
     pybind11-dev python3-dev python3-numpy python3-pytest
+    chromium chromium-driver python3-selenium
     clang-14 libclang-rt-14-dev lld
     ccache
     opencv-doc

@@ -165,6 +165,23 @@ std::string WithoutDurations(const std::string& lines) {
     return kept;
 }
 
+// The data of a report's page without what depends on time: the durations, the seconds and the
+// number of jobs.
+std::string ReportDataWithoutTimes(const fs::path& page) {
+    const std::string text = Contents(page);
+    const std::string open = "id=\"report-data\">";
+    const auto start = text.find(open) + open.size();
+    nlohmann::json data =
+        nlohmann::json::parse(text.substr(start, text.find("</script>", start) - start));
+    data.erase("seconds");
+    data.erase("jobs");
+    for (auto& card : data["cards"])
+        if (card.contains("result"))
+            for (auto& tool : card["result"]["tools"])
+                tool.erase("duration_ms");
+    return data.dump();
+}
+
 TEST(CommandLine, InfoShowsEveryToolModelAndParameterAsSet) {
     const Outcome info =
         Cli("info WS --param classes.Threshold=0.45 -p reader.text.MinimumLength=4");
@@ -360,6 +377,7 @@ TEST(CommandLine, JobsWriteWhatOneJobWrites) {
     const fs::path images = FolderWithABrokenImage("jobs");
     const std::string inputs = images.string() + " UNSEEN/red";
     std::vector<std::string> written[2];
+    std::vector<std::string> reports[2];
     for (const int jobs : {1, 3}) {
         const fs::path out = Scratch("jobs-" + std::to_string(jobs));
         const std::string options = " --jobs " + std::to_string(jobs);
@@ -367,17 +385,25 @@ TEST(CommandLine, JobsWriteWhatOneJobWrites) {
             Cli("run WS -s anomaly " + inputs + options + " --json " + (out / "r.jsonl").string() +
                 " --csv " + (out / "r.csv").string() + " --overlay " + (out / "overlays").string());
         EXPECT_EQ(run.status, 3) << run.err;
-        const Outcome eval = Cli("eval WS -s anomaly " + inputs + options + " --json " +
-                                 (out / "eval.json").string());
+        const Outcome eval =
+            Cli("eval WS -s anomaly " + inputs + options + " --json " +
+                (out / "eval.json").string() + " --report " + (out / "report").string());
         EXPECT_EQ(eval.status, 3) << eval.err;
         auto& files = written[jobs > 1];
         files = {WithoutDurations(Contents(out / "r.jsonl")), Contents(out / "r.csv"),
                  Contents(out / "eval.json")};
         for (const std::string& overlay : FileNames(out / "overlays"))
             files.push_back(overlay + ": " + Contents(out / "overlays" / overlay));
+        auto& report = reports[jobs > 1];
+        report = {ReportDataWithoutTimes(out / "report" / "index.html")};
+        for (const char* folder : {"overlays", "thumbnails", "plots"})
+            for (const std::string& picture : FileNames(out / "report" / folder))
+                report.push_back(picture + ": " + Contents(out / "report" / folder / picture));
     }
     ASSERT_EQ(written[0].size(), 3u + 302u);
     EXPECT_EQ(written[0], written[1]);
+    ASSERT_EQ(reports[0].size(), 1u + 2 * 302u + 3u);
+    EXPECT_EQ(reports[0], reports[1]);
 }
 
 TEST(CommandLine, AWorkerThatDiesCostsOnlyItsImage) {
