@@ -16,6 +16,7 @@ inline constexpr char FocusedRedRegionFilter[] = "post_processing/red/region_fil
 inline constexpr char FocusedRedIterations[] = "processing/red/sampling_iterations";
 inline constexpr char FocusedGreenThreshold[] = "post_processing/green/threshold";
 
+inline constexpr char ModelEnable[] = "enabled";
 inline constexpr char ModelThreshold[] = "threshold";
 inline constexpr char NodeOccurrences[] = "occurrences";
 inline constexpr char RegexExpression[] = "regex/regex";

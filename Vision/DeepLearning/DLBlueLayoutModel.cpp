@@ -2,12 +2,6 @@
 
 namespace Tavrin::Vision::DeepLearning {
 
-DLBlueLayoutModel::DLBlueLayoutModel(ObjectCreateAccessToken const& token,
-                                     std::shared_ptr<DLToolRuntimeParams> tool, std::string name)
-    : DLBlueModel(token, std::move(tool), std::move(name)) {}
-
-DLBlueLayoutModel::DLBlueLayoutModel() = default;
-
 template <class Archive> void DLBlueLayoutModel::serialize(Archive& archive, unsigned int version) {
     Vision::Implementation::CheckLoadedVersion<Archive>(version, 1,
                                                         "DLBlueLayoutModel::serialize()");

@@ -17,9 +17,8 @@ private:
     friend class Private::DeepLearningAccess;
     friend class cereal::access;
 
-    DLBlueLayoutModel(ObjectCreateAccessToken const& token,
-                      std::shared_ptr<DLToolRuntimeParams> tool, std::string name);
-    DLBlueLayoutModel();
+    using DLBlueModel::DLBlueModel;
+    DLBlueLayoutModel() = default;
 
     template <class Archive> void serialize(Archive& archive, unsigned int version);
 

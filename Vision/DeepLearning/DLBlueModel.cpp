@@ -1,16 +1,12 @@
 #include "Vision/DeepLearning/DLBlueModel.h"
 
 #include "Vision/DeepLearning/DLToolRuntimeParams.h"
-#include "engine/DeepLearningAccess.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterPaths.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-namespace {
-char const* const EnableKey = "enabled";
-} // namespace
 
 DLBlueModel::DLBlueModel(ObjectCreateAccessToken const&, std::shared_ptr<DLToolRuntimeParams> tool,
                          std::string name)
@@ -30,27 +26,23 @@ void DLBlueModel::setParent(std::shared_ptr<DLToolRuntimeParams> const& parent) 
     parent_ = parent;
 }
 
-std::string DLBlueModel::getPropertyPath(std::string const& key) const {
-    return "models/" + name_ + "/" + key;
-}
-
-char const* DLBlueModel::GetModelParameter(DeepLearningAccess& access, char const* key) const {
-    return access.GetParameter(*parent_.lock(), getPropertyPath(key).c_str());
-}
-
-void DLBlueModel::SetModelParameter(DeepLearningAccess& access, char const* key,
-                                    std::string const& value) const {
-    access.SetParameter(*parent_.lock(), getPropertyPath(key).c_str(), value.c_str());
-}
-
 void DLBlueModel::FinalConstruct() {
-    auto const access = DeepLearningAccess::Instance();
-    enable_ = ParseBool(GetModelParameter(*access, EnableKey));
+    ParameterTables::Read(*this);
 }
 
 void DLBlueModel::ApplyRuntimeParameters() {
-    auto const access = DeepLearningAccess::Instance();
-    SetModelParameter(*access, EnableKey, FormatBool(enable_));
+    ParameterTables::Push(*this);
+}
+
+ParameterTable<DLBlueModel> const& DLBlueModel::Parameters() {
+    using C = DLBlueModel;
+    static auto const table = MakeParameterTable<C>(Engine<BoolText>(
+        "Enable", ParameterPaths::ModelEnable, &C::enable_, &C::Enable, &C::setEnable));
+    return table;
+}
+
+ParameterSet<DLBlueModel> const& DLBlueModel::OwnParameters() const {
+    return Parameters();
 }
 
 template <class Archive> void DLBlueModel::serialize(Archive& archive, unsigned int version) {

@@ -12,7 +12,10 @@ class DLToolRuntimeParams;
 
 namespace Private {
 class DeepLearningAccess;
-}
+template <class Root> class ParameterSet;
+template <class Owner> class ParameterTable;
+struct ParameterTables;
+} // namespace Private
 
 // One named model of a blue tool. Its engine parameters live under the model's name and are
 // reached through the owning tool, which must outlive every read and write.
@@ -44,18 +47,15 @@ protected:
 
     virtual void FinalConstruct();
 
-    // "models/<name>/<key>".
-    std::string getPropertyPath(std::string const& key) const;
-    // One parameter of this model, through the owning tool. The text is the engine's and must
-    // be copied or converted at once.
-    char const* GetModelParameter(Private::DeepLearningAccess& access, char const* key) const;
-    void SetModelParameter(Private::DeepLearningAccess& access, char const* key,
-                           std::string const& value) const;
-
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
     friend class Private::DeepLearningAccess;
     friend class cereal::access;
+    friend struct Private::ParameterTables;
+
+    // The switch of every model; each subclass states its own table and returns it here.
+    static Private::ParameterTable<DLBlueModel> const& Parameters();
+    virtual Private::ParameterSet<DLBlueModel> const& OwnParameters() const;
 
     template <class Archive> void serialize(Archive& archive, unsigned int version);
 

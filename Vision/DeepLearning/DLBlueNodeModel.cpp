@@ -1,18 +1,11 @@
 #include "Vision/DeepLearning/DLBlueNodeModel.h"
 
-#include "engine/DeepLearningAccess.h"
 #include "engine/ParameterPaths.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-DLBlueNodeModel::DLBlueNodeModel(ObjectCreateAccessToken const& token,
-                                 std::shared_ptr<DLToolRuntimeParams> tool, std::string name)
-    : DLBlueModel(token, std::move(tool), std::move(name)) {}
-
-DLBlueNodeModel::DLBlueNodeModel() = default;
 
 void DLBlueNodeModel::setThreshold(double value) {
     if (StoreInRange(threshold_, value, ThresholdRange))
@@ -32,18 +25,21 @@ void DLBlueNodeModel::setOccurrences(int value) {
         OnChanged_(SfOccurrences);
 }
 
-void DLBlueNodeModel::FinalConstruct() {
-    DLBlueModel::FinalConstruct();
-    auto const access = DeepLearningAccess::Instance();
-    threshold_ = ParseReal(GetModelParameter(*access, ParameterPaths::ModelThreshold));
-    occurrences_ = ParseInteger(GetModelParameter(*access, ParameterPaths::NodeOccurrences));
+// The threshold is sent first but listed last.
+ParameterTable<DLBlueNodeModel> const& DLBlueNodeModel::Parameters() {
+    using C = DLBlueNodeModel;
+    static auto const table = MakeParameterTable<C>(
+        ListedLast(Engine<RealText>("Threshold", ParameterPaths::ModelThreshold, &C::threshold_,
+                                    &C::Threshold, &C::setThreshold)
+                       .Bounded("MinimumThreshold", &C::MinimumThreshold, "MaximumThreshold",
+                                &C::MaximumThreshold)),
+        Engine<IntegerText<int>>("Occurrences", ParameterPaths::NodeOccurrences, &C::occurrences_,
+                                 &C::Occurrences, &C::setOccurrences));
+    return table;
 }
 
-void DLBlueNodeModel::ApplyRuntimeParameters() {
-    DLBlueModel::ApplyRuntimeParameters();
-    auto const access = DeepLearningAccess::Instance();
-    SetModelParameter(*access, ParameterPaths::ModelThreshold, FormatReal(threshold_));
-    SetModelParameter(*access, ParameterPaths::NodeOccurrences, FormatInteger(occurrences_));
+ParameterSet<DLBlueModel> const& DLBlueNodeModel::OwnParameters() const {
+    return Parameters();
 }
 
 template <class Archive> void DLBlueNodeModel::serialize(Archive& archive, unsigned int version) {

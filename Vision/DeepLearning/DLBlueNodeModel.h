@@ -24,19 +24,17 @@ public:
     int Occurrences() const { return occurrences_; }
     void setOccurrences(int value);
 
-    void ApplyRuntimeParameters() override;
-
-protected:
-    void FinalConstruct() override;
-
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
     friend class Private::DeepLearningAccess;
     friend class cereal::access;
+    friend struct Private::ParameterTables;
 
-    DLBlueNodeModel(ObjectCreateAccessToken const& token, std::shared_ptr<DLToolRuntimeParams> tool,
-                    std::string name);
-    DLBlueNodeModel();
+    using DLBlueModel::DLBlueModel;
+    DLBlueNodeModel() = default;
+
+    static Private::ParameterTable<DLBlueNodeModel> const& Parameters();
+    Private::ParameterSet<DLBlueModel> const& OwnParameters() const override;
 
     template <class Archive> void serialize(Archive& archive, unsigned int version);
 

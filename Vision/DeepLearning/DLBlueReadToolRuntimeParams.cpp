@@ -1,22 +1,11 @@
 #include "Vision/DeepLearning/DLBlueReadToolRuntimeParams.h"
 
 #include "Vision/DeepLearning/DLBlueModelReadOnlyCollection.h"
-#include "engine/BlueToolSupport.h"
-#include "engine/DeepLearningAccess.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-DLBlueReadToolRuntimeParams::DLBlueReadToolRuntimeParams(
-    ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
-    std::string id, std::string type, std::string status,
-    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools)
-    : DLToolRuntimeParams(token, std::move(stream), std::move(name), std::move(id), std::move(type),
-                          std::move(status), std::move(childTools)) {}
-
-DLBlueReadToolRuntimeParams::DLBlueReadToolRuntimeParams() = default;
 
 void DLBlueReadToolRuntimeParams::setThreshold(double value) {
     if (StoreInRange(threshold_, value, ThresholdRange))
@@ -64,25 +53,28 @@ void DLBlueReadToolRuntimeParams::setShowModels(bool value) {
         OnChanged_(SfShowModels | SfGraphicsSettings);
 }
 
-void DLBlueReadToolRuntimeParams::FinalConstruct() {
-    DLToolRuntimeParams::FinalConstruct();
-    auto const access = DeepLearningAccess::Instance();
-    threshold_ = ParseReal(access->GetParameter(*this, BluePaths::Threshold));
-    featureFilter_ = access->GetParameter(*this, BluePaths::FeatureFilter);
-    precision_ = ParseReal(access->GetParameter(*this, BluePaths::Precision));
-    featureSize_ = DeepLearningAccess::ParseVector2(
-        access->GetParameter(*this, BluePaths::FeatureSize), FeatureSizeDelimiter);
-    models_ = access->LoadModels(shared_from_this());
+ParameterTable<DLBlueReadToolRuntimeParams> const& DLBlueReadToolRuntimeParams::Parameters() {
+    using C = DLBlueReadToolRuntimeParams;
+    static auto const table = MakeParameterTable<C>(
+        Engine<RealText>("Threshold", BluePaths::Threshold, &C::threshold_, &C::Threshold,
+                         &C::setThreshold)
+            .Bounded("MinimumThreshold", &C::MinimumThreshold, "MaximumThreshold",
+                     &C::MaximumThreshold),
+        Engine<PlainText>("FeatureFilter", BluePaths::FeatureFilter, &C::featureFilter_,
+                          &C::FeatureFilter, &C::setFeatureFilter),
+        Engine<RealText>("Precision", BluePaths::Precision, &C::precision_, &C::Precision,
+                         &C::setPrecision)
+            .Bounded("MinimumPrecision", &C::MinimumPrecision, "MaximumPrecision",
+                     &C::MaximumPrecision),
+        Engine<FeatureSizeText>("FeatureSize", BluePaths::FeatureSize, &C::featureSize_,
+                                &C::FeatureSize, &C::setFeatureSize),
+        ModelList(&C::models_), Setting("ShowFeatures", &C::ShowFeatures, &C::setShowFeatures),
+        Setting("ShowModels", &C::ShowModels, &C::setShowModels));
+    return table;
 }
 
-void DLBlueReadToolRuntimeParams::ApplyRuntimeParameters() {
-    DLToolRuntimeParams::ApplyRuntimeParameters();
-    auto const access = DeepLearningAccess::Instance();
-    access->SetParameter(*this, BluePaths::Threshold, FormatReal(threshold_).c_str());
-    access->SetParameter(*this, BluePaths::FeatureFilter, featureFilter_.c_str());
-    access->SetParameter(*this, BluePaths::Precision, FormatReal(precision_).c_str());
-    access->SetParameter(*this, BluePaths::FeatureSize, FormatFeatureSize(*featureSize_).c_str());
-    ApplyModels(models_.get());
+ParameterSet<DLToolRuntimeParams> const& DLBlueReadToolRuntimeParams::OwnParameters() const {
+    return Parameters();
 }
 
 template <class Archive>

@@ -44,21 +44,17 @@ public:
     void setShowModels(bool value);
     std::shared_ptr<DLBlueModelReadOnlyCollection> Models() const { return models_; }
 
-protected:
-    void FinalConstruct() override;
-
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
     friend class Private::DeepLearningAccess;
     friend class cereal::access;
+    friend struct Private::ParameterTables;
 
-    DLBlueReadToolRuntimeParams(ObjectCreateAccessToken const& token,
-                                std::shared_ptr<DLStream> stream, std::string name, std::string id,
-                                std::string type, std::string status,
-                                std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools);
-    DLBlueReadToolRuntimeParams();
+    using DLToolRuntimeParams::DLToolRuntimeParams;
+    DLBlueReadToolRuntimeParams() = default;
 
-    void ApplyRuntimeParameters() override;
+    static Private::ParameterTable<DLBlueReadToolRuntimeParams> const& Parameters();
+    Private::ParameterSet<DLToolRuntimeParams> const& OwnParameters() const override;
 
     template <class Archive> void serialize(Archive& archive, unsigned int version);
 

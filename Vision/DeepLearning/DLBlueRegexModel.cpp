@@ -1,18 +1,11 @@
 #include "Vision/DeepLearning/DLBlueRegexModel.h"
 
-#include "engine/DeepLearningAccess.h"
 #include "engine/ParameterPaths.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-DLBlueRegexModel::DLBlueRegexModel(ObjectCreateAccessToken const& token,
-                                   std::shared_ptr<DLToolRuntimeParams> tool, std::string name)
-    : DLBlueModel(token, std::move(tool), std::move(name)) {}
-
-DLBlueRegexModel::DLBlueRegexModel() = default;
 
 void DLBlueRegexModel::setThreshold(double value) {
     if (StoreInRange(threshold_, value, ThresholdRange))
@@ -32,18 +25,21 @@ void DLBlueRegexModel::setRegexExpression(std::string value) {
         OnChanged_(SfRegexExpression);
 }
 
-void DLBlueRegexModel::FinalConstruct() {
-    DLBlueModel::FinalConstruct();
-    auto const access = DeepLearningAccess::Instance();
-    threshold_ = ParseReal(GetModelParameter(*access, ParameterPaths::ModelThreshold));
-    regexExpression_ = GetModelParameter(*access, ParameterPaths::RegexExpression);
+// The threshold is sent first but listed last.
+ParameterTable<DLBlueRegexModel> const& DLBlueRegexModel::Parameters() {
+    using C = DLBlueRegexModel;
+    static auto const table = MakeParameterTable<C>(
+        ListedLast(Engine<RealText>("Threshold", ParameterPaths::ModelThreshold, &C::threshold_,
+                                    &C::Threshold, &C::setThreshold)
+                       .Bounded("MinimumThreshold", &C::MinimumThreshold, "MaximumThreshold",
+                                &C::MaximumThreshold)),
+        Engine<PlainText>("RegexExpression", ParameterPaths::RegexExpression, &C::regexExpression_,
+                          &C::RegexExpression, &C::setRegexExpression));
+    return table;
 }
 
-void DLBlueRegexModel::ApplyRuntimeParameters() {
-    DLBlueModel::ApplyRuntimeParameters();
-    auto const access = DeepLearningAccess::Instance();
-    SetModelParameter(*access, ParameterPaths::ModelThreshold, FormatReal(threshold_));
-    SetModelParameter(*access, ParameterPaths::RegexExpression, regexExpression_);
+ParameterSet<DLBlueModel> const& DLBlueRegexModel::OwnParameters() const {
+    return Parameters();
 }
 
 template <class Archive> void DLBlueRegexModel::serialize(Archive& archive, unsigned int version) {

@@ -24,19 +24,17 @@ public:
     std::string RegexExpression() const { return regexExpression_; }
     void setRegexExpression(std::string value);
 
-    void ApplyRuntimeParameters() override;
-
-protected:
-    void FinalConstruct() override;
-
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
     friend class Private::DeepLearningAccess;
     friend class cereal::access;
+    friend struct Private::ParameterTables;
 
-    DLBlueRegexModel(ObjectCreateAccessToken const& token,
-                     std::shared_ptr<DLToolRuntimeParams> tool, std::string name);
-    DLBlueRegexModel();
+    using DLBlueModel::DLBlueModel;
+    DLBlueRegexModel() = default;
+
+    static Private::ParameterTable<DLBlueRegexModel> const& Parameters();
+    Private::ParameterSet<DLBlueModel> const& OwnParameters() const override;
 
     template <class Archive> void serialize(Archive& archive, unsigned int version);
 

@@ -2,19 +2,12 @@
 
 #include <Vision/Core/Exceptions.h>
 
-#include "engine/DeepLearningAccess.h"
 #include "engine/ParameterPaths.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-DLBlueStringModel::DLBlueStringModel(ObjectCreateAccessToken const& token,
-                                     std::shared_ptr<DLToolRuntimeParams> tool, std::string name)
-    : DLBlueModel(token, std::move(tool), std::move(name)) {}
-
-DLBlueStringModel::DLBlueStringModel() = default;
 
 void DLBlueStringModel::setThreshold(double value) {
     if (StoreInRange(threshold_, value, ThresholdRange))
@@ -36,18 +29,21 @@ void DLBlueStringModel::setMinimumLength(int value) {
         OnChanged_(SfMinimumLength);
 }
 
-void DLBlueStringModel::FinalConstruct() {
-    DLBlueModel::FinalConstruct();
-    auto const access = DeepLearningAccess::Instance();
-    threshold_ = ParseReal(GetModelParameter(*access, ParameterPaths::ModelThreshold));
-    minimumLength_ = ParseInteger(GetModelParameter(*access, ParameterPaths::StringMinimumLength));
+// The threshold is sent first but listed last.
+ParameterTable<DLBlueStringModel> const& DLBlueStringModel::Parameters() {
+    using C = DLBlueStringModel;
+    static auto const table = MakeParameterTable<C>(
+        ListedLast(Engine<RealText>("Threshold", ParameterPaths::ModelThreshold, &C::threshold_,
+                                    &C::Threshold, &C::setThreshold)
+                       .Bounded("MinimumThreshold", &C::MinimumThreshold, "MaximumThreshold",
+                                &C::MaximumThreshold)),
+        Engine<IntegerText<int>>("MinimumLength", ParameterPaths::StringMinimumLength,
+                                 &C::minimumLength_, &C::MinimumLength, &C::setMinimumLength));
+    return table;
 }
 
-void DLBlueStringModel::ApplyRuntimeParameters() {
-    DLBlueModel::ApplyRuntimeParameters();
-    auto const access = DeepLearningAccess::Instance();
-    SetModelParameter(*access, ParameterPaths::ModelThreshold, FormatReal(threshold_));
-    SetModelParameter(*access, ParameterPaths::StringMinimumLength, FormatInteger(minimumLength_));
+ParameterSet<DLBlueModel> const& DLBlueStringModel::OwnParameters() const {
+    return Parameters();
 }
 
 template <class Archive> void DLBlueStringModel::serialize(Archive& archive, unsigned int version) {

@@ -24,19 +24,17 @@ public:
     int MinimumLength() const { return minimumLength_; }
     void setMinimumLength(int value);
 
-    void ApplyRuntimeParameters() override;
-
-protected:
-    void FinalConstruct() override;
-
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
     friend class Private::DeepLearningAccess;
     friend class cereal::access;
+    friend struct Private::ParameterTables;
 
-    DLBlueStringModel(ObjectCreateAccessToken const& token,
-                      std::shared_ptr<DLToolRuntimeParams> tool, std::string name);
-    DLBlueStringModel();
+    using DLBlueModel::DLBlueModel;
+    DLBlueStringModel() = default;
+
+    static Private::ParameterTable<DLBlueStringModel> const& Parameters();
+    Private::ParameterSet<DLBlueModel> const& OwnParameters() const override;
 
     template <class Archive> void serialize(Archive& archive, unsigned int version);
 

@@ -1,22 +1,11 @@
 #include "Vision/DeepLearning/DLBlueToolRuntimeParams.h"
 
 #include "Vision/DeepLearning/DLBlueModelReadOnlyCollection.h"
-#include "engine/BlueToolSupport.h"
-#include "engine/DeepLearningAccess.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-DLBlueToolRuntimeParams::DLBlueToolRuntimeParams(
-    ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
-    std::string id, std::string type, std::string status,
-    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools)
-    : DLToolRuntimeParams(token, std::move(stream), std::move(name), std::move(id), std::move(type),
-                          std::move(status), std::move(childTools)) {}
-
-DLBlueToolRuntimeParams::DLBlueToolRuntimeParams() = default;
 
 void DLBlueToolRuntimeParams::setSamplingDensity(double value) {
     if (StoreInRange(samplingDensity_, value, SamplingDensityRange))
@@ -77,27 +66,32 @@ void DLBlueToolRuntimeParams::setShowModels(bool value) {
         OnChanged_(SfShowModels | SfGraphicsSettings);
 }
 
-void DLBlueToolRuntimeParams::FinalConstruct() {
-    DLToolRuntimeParams::FinalConstruct();
-    auto const access = DeepLearningAccess::Instance();
-    samplingDensity_ = ParseReal(access->GetParameter(*this, BluePaths::SamplingDensity));
-    threshold_ = ParseReal(access->GetParameter(*this, BluePaths::Threshold));
-    featureFilter_ = access->GetParameter(*this, BluePaths::FeatureFilter);
-    precision_ = ParseReal(access->GetParameter(*this, BluePaths::Precision));
-    featureSize_ = DeepLearningAccess::ParseVector2(
-        access->GetParameter(*this, BluePaths::FeatureSize), FeatureSizeDelimiter);
-    models_ = access->LoadModels(shared_from_this());
+ParameterTable<DLBlueToolRuntimeParams> const& DLBlueToolRuntimeParams::Parameters() {
+    using C = DLBlueToolRuntimeParams;
+    static auto const table = MakeParameterTable<C>(
+        Engine<RealText>("SamplingDensity", BluePaths::SamplingDensity, &C::samplingDensity_,
+                         &C::SamplingDensity, &C::setSamplingDensity)
+            .Bounded("MinimumSamplingDensity", &C::MinimumSamplingDensity, "MaximumSamplingDensity",
+                     &C::MaximumSamplingDensity),
+        Engine<RealText>("Threshold", BluePaths::Threshold, &C::threshold_, &C::Threshold,
+                         &C::setThreshold)
+            .Bounded("MinimumThreshold", &C::MinimumThreshold, "MaximumThreshold",
+                     &C::MaximumThreshold),
+        Engine<PlainText>("FeatureFilter", BluePaths::FeatureFilter, &C::featureFilter_,
+                          &C::FeatureFilter, &C::setFeatureFilter),
+        Engine<RealText>("Precision", BluePaths::Precision, &C::precision_, &C::Precision,
+                         &C::setPrecision)
+            .Bounded("MinimumPrecision", &C::MinimumPrecision, "MaximumPrecision",
+                     &C::MaximumPrecision),
+        Engine<FeatureSizeText>("FeatureSize", BluePaths::FeatureSize, &C::featureSize_,
+                                &C::FeatureSize, &C::setFeatureSize),
+        ModelList(&C::models_), Setting("ShowFeatures", &C::ShowFeatures, &C::setShowFeatures),
+        Setting("ShowModels", &C::ShowModels, &C::setShowModels));
+    return table;
 }
 
-void DLBlueToolRuntimeParams::ApplyRuntimeParameters() {
-    DLToolRuntimeParams::ApplyRuntimeParameters();
-    auto const access = DeepLearningAccess::Instance();
-    access->SetParameter(*this, BluePaths::SamplingDensity, FormatReal(samplingDensity_).c_str());
-    access->SetParameter(*this, BluePaths::Threshold, FormatReal(threshold_).c_str());
-    access->SetParameter(*this, BluePaths::FeatureFilter, featureFilter_.c_str());
-    access->SetParameter(*this, BluePaths::Precision, FormatReal(precision_).c_str());
-    access->SetParameter(*this, BluePaths::FeatureSize, FormatFeatureSize(*featureSize_).c_str());
-    ApplyModels(models_.get());
+ParameterSet<DLToolRuntimeParams> const& DLBlueToolRuntimeParams::OwnParameters() const {
+    return Parameters();
 }
 
 template <class Archive>

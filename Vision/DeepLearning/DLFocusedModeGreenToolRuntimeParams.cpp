@@ -1,21 +1,11 @@
 #include "Vision/DeepLearning/DLFocusedModeGreenToolRuntimeParams.h"
 
-#include "engine/DeepLearningAccess.h"
 #include "engine/ParameterPaths.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-DLFocusedModeGreenToolRuntimeParams::DLFocusedModeGreenToolRuntimeParams(
-    ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
-    std::string id, std::string type, std::string status,
-    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools)
-    : DLToolRuntimeParams(token, std::move(stream), std::move(name), std::move(id), std::move(type),
-                          std::move(status), std::move(childTools)) {}
-
-DLFocusedModeGreenToolRuntimeParams::DLFocusedModeGreenToolRuntimeParams() = default;
 
 void DLFocusedModeGreenToolRuntimeParams::setSamplingDensity(double value) {
     if (StoreInRange(samplingDensity_, value, SamplingDensityRange))
@@ -48,21 +38,25 @@ void DLFocusedModeGreenToolRuntimeParams::setShowGraphics(bool value) {
         OnChanged_(SfShowGraphics | SfGraphicsSettings);
 }
 
-void DLFocusedModeGreenToolRuntimeParams::FinalConstruct() {
-    DLToolRuntimeParams::FinalConstruct();
-    auto const access = DeepLearningAccess::Instance();
-    samplingDensity_ =
-        ParseReal(access->GetParameter(*this, ParameterPaths::FocusedSamplingDensity));
-    threshold_ = ParseReal(access->GetParameter(*this, ParameterPaths::FocusedGreenThreshold));
+ParameterTable<DLFocusedModeGreenToolRuntimeParams> const&
+DLFocusedModeGreenToolRuntimeParams::Parameters() {
+    using C = DLFocusedModeGreenToolRuntimeParams;
+    static auto const table = MakeParameterTable<C>(
+        Engine<RealText>("SamplingDensity", ParameterPaths::FocusedSamplingDensity,
+                         &C::samplingDensity_, &C::SamplingDensity, &C::setSamplingDensity)
+            .Bounded("MinimumSamplingDensity", &C::MinimumSamplingDensity, "MaximumSamplingDensity",
+                     &C::MaximumSamplingDensity),
+        Engine<RealText>("Threshold", ParameterPaths::FocusedGreenThreshold, &C::threshold_,
+                         &C::Threshold, &C::setThreshold)
+            .Bounded("MinimumThreshold", &C::MinimumThreshold, "MaximumThreshold",
+                     &C::MaximumThreshold),
+        Setting("ShowGraphics", &C::ShowGraphics, &C::setShowGraphics));
+    return table;
 }
 
-void DLFocusedModeGreenToolRuntimeParams::ApplyRuntimeParameters() {
-    DLToolRuntimeParams::ApplyRuntimeParameters();
-    auto const access = DeepLearningAccess::Instance();
-    access->SetParameter(*this, ParameterPaths::FocusedSamplingDensity,
-                         FormatReal(samplingDensity_).c_str());
-    access->SetParameter(*this, ParameterPaths::FocusedGreenThreshold,
-                         FormatReal(threshold_).c_str());
+ParameterSet<DLToolRuntimeParams> const&
+DLFocusedModeGreenToolRuntimeParams::OwnParameters() const {
+    return Parameters();
 }
 
 template <class Archive>

@@ -29,21 +29,17 @@ public:
     bool ShowGraphics() const { return showGraphics_; }
     void setShowGraphics(bool value);
 
-protected:
-    void FinalConstruct() override;
-
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
     friend class Private::DeepLearningAccess;
     friend class cereal::access;
+    friend struct Private::ParameterTables;
 
-    DLFocusedModeGreenToolRuntimeParams(
-        ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
-        std::string id, std::string type, std::string status,
-        std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools);
-    DLFocusedModeGreenToolRuntimeParams();
+    using DLToolRuntimeParams::DLToolRuntimeParams;
+    DLFocusedModeGreenToolRuntimeParams() = default;
 
-    void ApplyRuntimeParameters() override;
+    static Private::ParameterTable<DLFocusedModeGreenToolRuntimeParams> const& Parameters();
+    Private::ParameterSet<DLToolRuntimeParams> const& OwnParameters() const override;
 
     template <class Archive> void serialize(Archive& archive, unsigned int version);
 

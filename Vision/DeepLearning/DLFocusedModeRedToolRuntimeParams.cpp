@@ -1,21 +1,11 @@
 #include "Vision/DeepLearning/DLFocusedModeRedToolRuntimeParams.h"
 
-#include "engine/DeepLearningAccess.h"
 #include "engine/ParameterPaths.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-DLFocusedModeRedToolRuntimeParams::DLFocusedModeRedToolRuntimeParams(
-    ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
-    std::string id, std::string type, std::string status,
-    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools)
-    : DLToolRuntimeParams(token, std::move(stream), std::move(name), std::move(id), std::move(type),
-                          std::move(status), std::move(childTools)) {}
-
-DLFocusedModeRedToolRuntimeParams::DLFocusedModeRedToolRuntimeParams() = default;
 
 void DLFocusedModeRedToolRuntimeParams::setSamplingDensity(double value) {
     if (StoreInRange(samplingDensity_, value, SamplingDensityRange))
@@ -55,28 +45,26 @@ void DLFocusedModeRedToolRuntimeParams::setShowGraphics(bool value) {
         OnChanged_(SfShowGraphics | SfGraphicsSettings);
 }
 
-void DLFocusedModeRedToolRuntimeParams::FinalConstruct() {
-    DLToolRuntimeParams::FinalConstruct();
-    auto const access = DeepLearningAccess::Instance();
-    samplingDensity_ =
-        ParseReal(access->GetParameter(*this, ParameterPaths::FocusedSamplingDensity));
-    ParseThresholdText(access->GetParameter(*this, ParameterPaths::FocusedRedThreshold),
-                       lowerThreshold_, upperThreshold_);
-    regionFilter_ = access->GetParameter(*this, ParameterPaths::FocusedRedRegionFilter);
-    iterations_ = static_cast<unsigned int>(
-        ParseInteger(access->GetParameter(*this, ParameterPaths::FocusedRedIterations)));
+ParameterTable<DLFocusedModeRedToolRuntimeParams> const&
+DLFocusedModeRedToolRuntimeParams::Parameters() {
+    using C = DLFocusedModeRedToolRuntimeParams;
+    static auto const table = MakeParameterTable<C>(
+        Engine<RealText>("SamplingDensity", ParameterPaths::FocusedSamplingDensity,
+                         &C::samplingDensity_, &C::SamplingDensity, &C::setSamplingDensity)
+            .Bounded("MinimumSamplingDensity", &C::MinimumSamplingDensity, "MaximumSamplingDensity",
+                     &C::MaximumSamplingDensity),
+        ThresholdPair(ParameterPaths::FocusedRedThreshold, &C::lowerThreshold_,
+                      &C::upperThreshold_),
+        Engine<PlainText>("RegionFilter", ParameterPaths::FocusedRedRegionFilter, &C::regionFilter_,
+                          &C::RegionFilter, &C::setRegionFilter),
+        Engine<IntegerText<unsigned int>>("Iterations", ParameterPaths::FocusedRedIterations,
+                                          &C::iterations_, &C::Iterations, &C::setIterations),
+        Setting("ShowGraphics", &C::ShowGraphics, &C::setShowGraphics));
+    return table;
 }
 
-void DLFocusedModeRedToolRuntimeParams::ApplyRuntimeParameters() {
-    DLToolRuntimeParams::ApplyRuntimeParameters();
-    auto const access = DeepLearningAccess::Instance();
-    access->SetParameter(*this, ParameterPaths::FocusedSamplingDensity,
-                         FormatReal(samplingDensity_).c_str());
-    access->SetParameter(*this, ParameterPaths::FocusedRedThreshold,
-                         ComposeThresholdText(lowerThreshold_, upperThreshold_).c_str());
-    access->SetParameter(*this, ParameterPaths::FocusedRedRegionFilter, regionFilter_.c_str());
-    access->SetParameter(*this, ParameterPaths::FocusedRedIterations,
-                         FormatInteger(iterations_).c_str());
+ParameterSet<DLToolRuntimeParams> const& DLFocusedModeRedToolRuntimeParams::OwnParameters() const {
+    return Parameters();
 }
 
 template <class Archive>

@@ -1,21 +1,11 @@
 #include "Vision/DeepLearning/DLHdmGreenToolRuntimeParams.h"
 
-#include "engine/DeepLearningAccess.h"
 #include "engine/ParameterPaths.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-DLHdmGreenToolRuntimeParams::DLHdmGreenToolRuntimeParams(
-    ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
-    std::string id, std::string type, std::string status,
-    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools)
-    : DLToolRuntimeParams(token, std::move(stream), std::move(name), std::move(id), std::move(type),
-                          std::move(status), std::move(childTools)) {}
-
-DLHdmGreenToolRuntimeParams::DLHdmGreenToolRuntimeParams() = default;
 
 void DLHdmGreenToolRuntimeParams::setThreshold(double value) {
     if (StoreLaggingThreshold(threshold_, value, thresholdText_))
@@ -40,23 +30,18 @@ void DLHdmGreenToolRuntimeParams::setGenerateHeatmap(bool value) {
         OnChanged_(SfGenerateHeatmap);
 }
 
-void DLHdmGreenToolRuntimeParams::FinalConstruct() {
-    DLToolRuntimeParams::FinalConstruct();
-    auto const access = DeepLearningAccess::Instance();
-    thresholdText_ = access->GetParameter(*this, ParameterPaths::GreenThreshold);
-    threshold_ = ParseRealStrict(thresholdText_);
-    generateHeatmap_ = ParseBool(access->GetParameter(*this, ParameterPaths::GreenHeatmap));
+ParameterTable<DLHdmGreenToolRuntimeParams> const& DLHdmGreenToolRuntimeParams::Parameters() {
+    using C = DLHdmGreenToolRuntimeParams;
+    static auto const table = MakeParameterTable<C>(
+        LaggingThreshold(ParameterPaths::GreenThreshold, &C::threshold_, &C::thresholdText_),
+        Setting("ShowGraphics", &C::ShowGraphics, &C::setShowGraphics),
+        Engine<BoolText>("GenerateHeatmap", ParameterPaths::GreenHeatmap, &C::generateHeatmap_,
+                         &C::GenerateHeatmap, &C::setGenerateHeatmap));
+    return table;
 }
 
-void DLHdmGreenToolRuntimeParams::ApplyRuntimeParameters() {
-    DLToolRuntimeParams::ApplyRuntimeParameters();
-    auto const access = DeepLearningAccess::Instance();
-    bool const thresholdCached =
-        access->SetParameter(*this, ParameterPaths::GreenThreshold, thresholdText_.c_str());
-    access->SetParameter(*this, ParameterPaths::GreenHeatmap, FormatBool(generateHeatmap_).c_str());
-    // A cached text reads back as the one just given; without one the engine is asked again.
-    if (!thresholdCached)
-        thresholdText_ = access->GetParameter(*this, ParameterPaths::GreenThreshold);
+ParameterSet<DLToolRuntimeParams> const& DLHdmGreenToolRuntimeParams::OwnParameters() const {
+    return Parameters();
 }
 
 template <class Archive>

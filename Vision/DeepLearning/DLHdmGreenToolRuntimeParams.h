@@ -28,21 +28,17 @@ public:
     bool GenerateHeatmap() const { return generateHeatmap_; }
     void setGenerateHeatmap(bool value);
 
-protected:
-    void FinalConstruct() override;
-
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
     friend class Private::DeepLearningAccess;
     friend class cereal::access;
+    friend struct Private::ParameterTables;
 
-    DLHdmGreenToolRuntimeParams(ObjectCreateAccessToken const& token,
-                                std::shared_ptr<DLStream> stream, std::string name, std::string id,
-                                std::string type, std::string status,
-                                std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools);
-    DLHdmGreenToolRuntimeParams();
+    using DLToolRuntimeParams::DLToolRuntimeParams;
+    DLHdmGreenToolRuntimeParams() = default;
 
-    void ApplyRuntimeParameters() override;
+    static Private::ParameterTable<DLHdmGreenToolRuntimeParams> const& Parameters();
+    Private::ParameterSet<DLToolRuntimeParams> const& OwnParameters() const override;
 
     template <class Archive> void serialize(Archive& archive, unsigned int version);
 

@@ -1,20 +1,7 @@
 #include "Vision/DeepLearning/DLOperator.h"
 
-#include <algorithm>
-
 #include <Vision/Core/Exceptions.h>
-#include <Vision/Core/Vect2.h>
 
-#include "Vision/DeepLearning/DLBlueModelReadOnlyCollection.h"
-#include "Vision/DeepLearning/DLBlueNodeModel.h"
-#include "Vision/DeepLearning/DLBlueReadToolRuntimeParams.h"
-#include "Vision/DeepLearning/DLBlueRegexModel.h"
-#include "Vision/DeepLearning/DLBlueStringModel.h"
-#include "Vision/DeepLearning/DLBlueToolRuntimeParams.h"
-#include "Vision/DeepLearning/DLFocusedModeGreenToolRuntimeParams.h"
-#include "Vision/DeepLearning/DLFocusedModeRedToolRuntimeParams.h"
-#include "Vision/DeepLearning/DLHdmGreenToolRuntimeParams.h"
-#include "Vision/DeepLearning/DLHdmRedToolRuntimeParams.h"
 #include "Vision/DeepLearning/DLResult.h"
 #include "Vision/DeepLearning/DLStream.h"
 #include "Vision/DeepLearning/DLStreamReadOnlyCollection.h"
@@ -23,6 +10,7 @@
 #include "Vision/DeepLearning/DLWorkspace.h"
 #include "Vision/DeepLearning/DeepLearningExceptions.h"
 #include "engine/DeepLearningAccess.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
@@ -37,115 +25,6 @@ std::future<std::shared_ptr<DeepLearningAccess>> StartEngineLoad() {
     } catch (std::system_error const&) {
         throw std::future_error(std::future_errc::no_state);
     }
-}
-
-// Runs copy when both objects are of class Derived. The rows of a settings table each test by
-// themselves: none excludes another.
-template <class Derived, class Base>
-void CopyWhenBothAre(Base& live, Base const& saved, void (*copy)(Derived&, Derived const&)) {
-    auto* const liveDerived = dynamic_cast<Derived*>(&live);
-    auto const* const savedDerived = dynamic_cast<Derived const*>(&saved);
-    if (liveDerived && savedDerived)
-        copy(*liveDerived, *savedDerived);
-}
-
-void CopyNodeModelSettings(DLBlueNodeModel& live, DLBlueNodeModel const& saved) {
-    live.setOccurrences(saved.Occurrences());
-    live.setThreshold(saved.Threshold());
-}
-
-void CopyRegexModelSettings(DLBlueRegexModel& live, DLBlueRegexModel const& saved) {
-    live.setRegexExpression(saved.RegexExpression());
-    live.setThreshold(saved.Threshold());
-}
-
-void CopyStringModelSettings(DLBlueStringModel& live, DLBlueStringModel const& saved) {
-    live.setMinimumLength(saved.MinimumLength());
-    live.setThreshold(saved.Threshold());
-}
-
-// Models are matched by name, so a model renamed in the file keeps the file's values. A layout
-// model has nothing beyond Enable.
-void MergeBlueModels(std::shared_ptr<DLBlueModelReadOnlyCollection> const& live,
-                     std::shared_ptr<DLBlueModelReadOnlyCollection> const& saved) {
-    if (!live || !saved)
-        return;
-    for (auto const& model : *live) {
-        auto const match = std::find_if(saved->begin(), saved->end(), [&](auto const& candidate) {
-            return candidate && candidate->Name() == model->Name();
-        });
-        if (match == saved->end())
-            continue;
-        model->setEnable((*match)->Enable());
-        CopyWhenBothAre(*model, **match, &CopyNodeModelSettings);
-        CopyWhenBothAre(*model, **match, &CopyRegexModelSettings);
-        CopyWhenBothAre(*model, **match, &CopyStringModelSettings);
-    }
-}
-
-void CopyBlueSettings(DLBlueToolRuntimeParams& live, DLBlueToolRuntimeParams const& saved) {
-    live.setFeatureFilter(saved.FeatureFilter());
-    live.setFeatureSize(saved.FeatureSize());
-    live.setPrecision(saved.Precision());
-    live.setSamplingDensity(saved.SamplingDensity());
-    live.setThreshold(saved.Threshold());
-    live.setShowFeatures(saved.ShowFeatures());
-    live.setShowModels(saved.ShowModels());
-    MergeBlueModels(live.Models(), saved.Models());
-}
-
-void CopyBlueReadSettings(DLBlueReadToolRuntimeParams& live,
-                          DLBlueReadToolRuntimeParams const& saved) {
-    live.setThreshold(saved.Threshold());
-    live.setFeatureFilter(saved.FeatureFilter());
-    live.setFeatureSize(saved.FeatureSize());
-    live.setPrecision(saved.Precision());
-    live.setShowFeatures(saved.ShowFeatures());
-    live.setShowModels(saved.ShowModels());
-    MergeBlueModels(live.Models(), saved.Models());
-}
-
-void CopyFocusedModeGreenSettings(DLFocusedModeGreenToolRuntimeParams& live,
-                                  DLFocusedModeGreenToolRuntimeParams const& saved) {
-    live.setThreshold(saved.Threshold());
-    live.setSamplingDensity(saved.SamplingDensity());
-    live.setShowGraphics(saved.ShowGraphics());
-}
-
-void CopyFocusedModeRedSettings(DLFocusedModeRedToolRuntimeParams& live,
-                                DLFocusedModeRedToolRuntimeParams const& saved) {
-    live.setSamplingDensity(saved.SamplingDensity());
-    live.setIterations(saved.Iterations());
-    live.setLowerThreshold(saved.LowerThreshold());
-    live.setUpperThreshold(saved.UpperThreshold());
-    live.setRegionFilter(saved.RegionFilter());
-    live.setShowGraphics(saved.ShowGraphics());
-}
-
-void CopyHdmGreenSettings(DLHdmGreenToolRuntimeParams& live,
-                          DLHdmGreenToolRuntimeParams const& saved) {
-    live.setThreshold(saved.Threshold());
-    live.setShowGraphics(saved.ShowGraphics());
-    live.setGenerateHeatmap(saved.GenerateHeatmap());
-}
-
-void CopyHdmRedSettings(DLHdmRedToolRuntimeParams& live, DLHdmRedToolRuntimeParams const& saved) {
-    live.setLowerThreshold(saved.LowerThreshold());
-    live.setUpperThreshold(saved.UpperThreshold());
-    live.setRegionFilter(saved.RegionFilter());
-    live.setDownsamplingSize(saved.DownsamplingSize());
-    live.setShowGraphics(saved.ShowGraphics());
-}
-
-// The two quick classes have no row: of a quick tool only the settings that every tool has
-// survive a reload.
-void CopyClassSettings(DLToolRuntimeParams& live, DLToolRuntimeParams const& saved) {
-    CopyWhenBothAre(live, saved, &CopyBlueSettings);
-    CopyWhenBothAre(live, saved, &CopyBlueReadSettings);
-    CopyWhenBothAre(live, saved, &CopyFocusedModeGreenSettings);
-    CopyWhenBothAre(live, saved, &CopyFocusedModeRedSettings);
-    CopyWhenBothAre(live, saved, &CopyHdmGreenSettings);
-    CopyWhenBothAre(live, saved, &CopyHdmRedSettings);
 }
 
 } // namespace
@@ -280,9 +159,7 @@ void DLOperator::UpdateToolProperties(std::shared_ptr<DLToolRuntimeParams> saved
         auto const live = access->FindTool(*stream, saved->Id().c_str());
         if (!live)
             continue;
-        live->setShowRegion(saved->ShowRegion());
-        live->setAddImageRecords(saved->AddImageRecords());
-        CopyClassSettings(*live, *saved);
+        Private::ParameterTables::Restore(*live, *saved);
         if (auto const children = saved->ChildTools())
             for (auto const& child : *children)
                 UpdateToolProperties(child);

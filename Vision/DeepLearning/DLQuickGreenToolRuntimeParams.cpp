@@ -1,21 +1,11 @@
 #include "Vision/DeepLearning/DLQuickGreenToolRuntimeParams.h"
 
-#include "engine/DeepLearningAccess.h"
 #include "engine/ParameterPaths.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-DLQuickGreenToolRuntimeParams::DLQuickGreenToolRuntimeParams(
-    ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
-    std::string id, std::string type, std::string status,
-    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools)
-    : DLToolRuntimeParams(token, std::move(stream), std::move(name), std::move(id), std::move(type),
-                          std::move(status), std::move(childTools)) {}
-
-DLQuickGreenToolRuntimeParams::DLQuickGreenToolRuntimeParams() = default;
 
 void DLQuickGreenToolRuntimeParams::setThreshold(double value) {
     if (StoreLaggingThreshold(threshold_, value, thresholdText_))
@@ -40,23 +30,20 @@ void DLQuickGreenToolRuntimeParams::setGenerateHeatmap(bool value) {
         OnChanged_(SfGenerateHeatmap);
 }
 
-void DLQuickGreenToolRuntimeParams::FinalConstruct() {
-    DLToolRuntimeParams::FinalConstruct();
-    auto const access = DeepLearningAccess::Instance();
-    thresholdText_ = access->GetParameter(*this, ParameterPaths::GreenThreshold);
-    threshold_ = ParseRealStrict(thresholdText_);
-    generateHeatmap_ = ParseBool(access->GetParameter(*this, ParameterPaths::GreenHeatmap));
+ParameterTable<DLQuickGreenToolRuntimeParams> const& DLQuickGreenToolRuntimeParams::Parameters() {
+    using C = DLQuickGreenToolRuntimeParams;
+    static auto const table = MakeParameterTable<C>(
+        LeftToTheFile(
+            LaggingThreshold(ParameterPaths::GreenThreshold, &C::threshold_, &C::thresholdText_)),
+        LeftToTheFile(Setting("ShowGraphics", &C::ShowGraphics, &C::setShowGraphics)),
+        LeftToTheFile(Engine<BoolText>("GenerateHeatmap", ParameterPaths::GreenHeatmap,
+                                       &C::generateHeatmap_, &C::GenerateHeatmap,
+                                       &C::setGenerateHeatmap)));
+    return table;
 }
 
-void DLQuickGreenToolRuntimeParams::ApplyRuntimeParameters() {
-    DLToolRuntimeParams::ApplyRuntimeParameters();
-    auto const access = DeepLearningAccess::Instance();
-    bool const thresholdCached =
-        access->SetParameter(*this, ParameterPaths::GreenThreshold, thresholdText_.c_str());
-    access->SetParameter(*this, ParameterPaths::GreenHeatmap, FormatBool(generateHeatmap_).c_str());
-    // A cached text reads back as the one just given; without one the engine is asked again.
-    if (!thresholdCached)
-        thresholdText_ = access->GetParameter(*this, ParameterPaths::GreenThreshold);
+ParameterSet<DLToolRuntimeParams> const& DLQuickGreenToolRuntimeParams::OwnParameters() const {
+    return Parameters();
 }
 
 template <class Archive>

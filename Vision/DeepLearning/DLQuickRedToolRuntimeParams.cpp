@@ -1,21 +1,11 @@
 #include "Vision/DeepLearning/DLQuickRedToolRuntimeParams.h"
 
-#include "engine/DeepLearningAccess.h"
 #include "engine/ParameterPaths.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
 using namespace Private;
-
-DLQuickRedToolRuntimeParams::DLQuickRedToolRuntimeParams(
-    ObjectCreateAccessToken const& token, std::shared_ptr<DLStream> stream, std::string name,
-    std::string id, std::string type, std::string status,
-    std::shared_ptr<DLToolRuntimeParamsReadOnlyCollection> childTools)
-    : DLToolRuntimeParams(token, std::move(stream), std::move(name), std::move(id), std::move(type),
-                          std::move(status), std::move(childTools)) {}
-
-DLQuickRedToolRuntimeParams::DLQuickRedToolRuntimeParams() = default;
 
 void DLQuickRedToolRuntimeParams::setUpperThreshold(double value) {
     if (StoreUpperThreshold(lowerThreshold_, upperThreshold_, value, thresholdText_))
@@ -37,23 +27,19 @@ void DLQuickRedToolRuntimeParams::setShowGraphics(bool value) {
         OnChanged_(SfShowGraphics | SfGraphicsSettings);
 }
 
-void DLQuickRedToolRuntimeParams::FinalConstruct() {
-    DLToolRuntimeParams::FinalConstruct();
-    auto const access = DeepLearningAccess::Instance();
-    ParseThresholdTextKeepingIt(access->GetParameter(*this, ParameterPaths::RedThreshold),
-                                lowerThreshold_, upperThreshold_, thresholdText_);
-    regionFilter_ = access->GetParameter(*this, ParameterPaths::RedRegionFilter);
+ParameterTable<DLQuickRedToolRuntimeParams> const& DLQuickRedToolRuntimeParams::Parameters() {
+    using C = DLQuickRedToolRuntimeParams;
+    static auto const table = MakeParameterTable<C>(
+        LeftToTheFile(ThresholdPair(ParameterPaths::RedThreshold, &C::lowerThreshold_,
+                                    &C::upperThreshold_, &C::thresholdText_)),
+        LeftToTheFile(Engine<PlainText>("RegionFilter", ParameterPaths::RedRegionFilter,
+                                        &C::regionFilter_, &C::RegionFilter, &C::setRegionFilter)),
+        LeftToTheFile(Setting("ShowGraphics", &C::ShowGraphics, &C::setShowGraphics)));
+    return table;
 }
 
-void DLQuickRedToolRuntimeParams::ApplyRuntimeParameters() {
-    DLToolRuntimeParams::ApplyRuntimeParameters();
-    auto const access = DeepLearningAccess::Instance();
-    bool const thresholdCached =
-        access->SetParameter(*this, ParameterPaths::RedThreshold, thresholdText_.c_str());
-    access->SetParameter(*this, ParameterPaths::RedRegionFilter, regionFilter_.c_str());
-    // A cached text reads back as the one just given; without one the engine is asked again.
-    if (!thresholdCached)
-        thresholdText_ = access->GetParameter(*this, ParameterPaths::RedThreshold);
+ParameterSet<DLToolRuntimeParams> const& DLQuickRedToolRuntimeParams::OwnParameters() const {
+    return Parameters();
 }
 
 template <class Archive>

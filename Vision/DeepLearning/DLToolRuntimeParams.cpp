@@ -2,7 +2,7 @@
 
 #include "Vision/DeepLearning/DLStream.h"
 #include "Vision/DeepLearning/DLToolRuntimeParamsReadOnlyCollection.h"
-#include "engine/ParameterText.h"
+#include "engine/ParameterTable.h"
 
 namespace Tavrin::Vision::DeepLearning {
 
@@ -36,9 +36,25 @@ void DLToolRuntimeParams::setAddImageRecords(bool value) {
         OnChanged_(SfAddImageRecords);
 }
 
-void DLToolRuntimeParams::ApplyRuntimeParameters() {}
+void DLToolRuntimeParams::ApplyRuntimeParameters() {
+    Private::ParameterTables::Push(*this);
+}
 
-void DLToolRuntimeParams::FinalConstruct() {}
+void DLToolRuntimeParams::FinalConstruct() {
+    Private::ParameterTables::Read(*this);
+}
+
+Private::ParameterTable<DLToolRuntimeParams> const& DLToolRuntimeParams::Parameters() {
+    using C = DLToolRuntimeParams;
+    static auto const table = Private::MakeParameterTable<C>(
+        Private::Setting("ShowRegion", &C::ShowRegion, &C::setShowRegion),
+        Private::Setting("AddImageRecords", &C::AddImageRecords, &C::setAddImageRecords));
+    return table;
+}
+
+Private::ParameterSet<DLToolRuntimeParams> const& DLToolRuntimeParams::OwnParameters() const {
+    return Parameters();
+}
 
 void DLToolRuntimeParams::setParent(std::shared_ptr<DLToolRuntimeParams> const& parent) {
     parent_ = parent;

@@ -13,7 +13,10 @@ class DLToolRuntimeParamsReadOnlyCollection;
 
 namespace Private {
 class DeepLearningAccess;
-}
+template <class Root> class ParameterSet;
+template <class Owner> class ParameterTable;
+struct ParameterTables;
+} // namespace Private
 
 // The runtime parameters of one engine tool, mirrored as typed fields: read from the engine
 // once when built, edited freely, written back at the start of every run. Tools form a tree
@@ -65,6 +68,11 @@ private:
     friend class Private::DeepLearningAccess;
     friend class DLStream;
     friend class cereal::access;
+    friend struct Private::ParameterTables;
+
+    // The settings of every tool; each subclass states its own table and returns it here.
+    static Private::ParameterTable<DLToolRuntimeParams> const& Parameters();
+    virtual Private::ParameterSet<DLToolRuntimeParams> const& OwnParameters() const;
 
     void setParent(std::shared_ptr<DLToolRuntimeParams> const& parent);
     void setStream(std::shared_ptr<DLStream> const& stream);
