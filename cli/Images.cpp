@@ -47,6 +47,36 @@ template <class Image, class Pel> std::shared_ptr<IImage> CopiedInto(const cv::M
     return image;
 }
 
+template <class Pel, class GreyData>
+cv::Mat CopiedOut(const GreyData& grey, const IImage& image, int type) {
+    const auto memory =
+        grey.GetPixelMemory(ImageDataModeConstants_Read, 0, 0, image.Width(), image.Height());
+    cv::Mat plane(image.Height(), image.Width(), type);
+    for (int row = 0; row < plane.rows; ++row)
+        std::memcpy(plane.ptr(row),
+                    reinterpret_cast<const unsigned char*>(memory->FirstPel()) + row * memory->Step(),
+                    plane.cols * sizeof(Pel));
+    return plane;
+}
+
+cv::Mat Interleaved(const IImage24PlanarColorData& colour, const IImage& image,
+                    ChannelOrder order) {
+    std::shared_ptr<IImage8PixelMemory> memories[3];
+    colour.Get3PlanePixelMemory(ImageDataModeConstants_Read, 0, 0, image.Width(), image.Height(),
+                                memories[0], memories[1], memories[2]);
+    const int red = order == ChannelOrder::Rgb ? 0 : 2;
+    const int targets[3] = {red, 1, 2 - red};
+    cv::Mat interleaved(image.Height(), image.Width(), CV_8UC3);
+    for (int plane = 0; plane < 3; ++plane)
+        for (int row = 0; row < interleaved.rows; ++row) {
+            const unsigned char* from = memories[plane]->FirstPel() + row * memories[plane]->Step();
+            unsigned char* to = interleaved.ptr(row) + targets[plane];
+            for (int x = 0; x < interleaved.cols; ++x)
+                to[x * 3] = from[x];
+        }
+    return interleaved;
+}
+
 // The library's colour images have 8 bits a plane.
 cv::Mat EightBits(const cv::Mat& image) {
     if (image.depth() == CV_8U)
@@ -109,6 +139,16 @@ std::shared_ptr<IImage> ToVisionImage(const cv::Mat& image, ChannelOrder order) 
     if (image.depth() == CV_16U)
         return CopiedInto<Image16Grey, unsigned short>(image);
     return CopiedInto<Image8Grey, unsigned char>(image);
+}
+
+cv::Mat FromVisionImage(const IImage& image, ChannelOrder order) {
+    if (const auto* colour = dynamic_cast<const IImage24PlanarColorData*>(&image))
+        return Interleaved(*colour, image, order);
+    if (const auto* grey = dynamic_cast<const IImage16GreyData*>(&image))
+        return CopiedOut<unsigned short>(*grey, image, CV_16UC1);
+    if (const auto* grey = dynamic_cast<const IImage8GreyData*>(&image))
+        return CopiedOut<unsigned char>(*grey, image, CV_8UC1);
+    return {};
 }
 
 } // namespace TavrinCli

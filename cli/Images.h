@@ -29,4 +29,9 @@ enum class ChannelOrder { Bgr, Rgb };
 std::shared_ptr<Tavrin::Vision::IImage> ToVisionImage(const cv::Mat& image,
                                                       ChannelOrder order = ChannelOrder::Bgr);
 
+// The pels of a library image as OpenCV holds them, copied: grey of 8 or 16 bits, or colour in
+// the order asked for; an empty matrix for an image of another kind.
+cv::Mat FromVisionImage(const Tavrin::Vision::IImage& image,
+                        ChannelOrder order = ChannelOrder::Bgr);
+
 } // namespace TavrinCli

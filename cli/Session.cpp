@@ -64,18 +64,52 @@ std::optional<double> AnomalyThresholdOf(const DLToolRuntimeParams& tool) {
     return threshold.get_value(object).to_double();
 }
 
-Session::Session(const std::string& workspaceFile)
-    : tool_(Tavrin::Brnt::CreateObject<DLRuntimeTool>()) {
+template <class Holder> void OpenWorkspace(Holder& holder, const std::string& workspaceFile) {
     if (!std::filesystem::is_regular_file(workspaceFile))
         throw CommandError("no such workspace file: " + workspaceFile);
     try {
-        tool_->LoadWorkspace(workspaceFile);
+        holder.LoadWorkspace(workspaceFile);
     } catch (const Tavrin::Vision::VisionException& failure) {
         // Nested, so that a host can still tell the library's exception class and code.
         std::throw_with_nested(
             CommandError("cannot open workspace " + workspaceFile + ": " + failure.Message()));
     }
 }
+
+template void OpenWorkspace(DLRuntimeTool&, const std::string&);
+template void OpenWorkspace(DLOperator&, const std::string&);
+
+void SelectStream(DLOperator& op, const std::string& name) {
+    for (const auto& stream : *op.Workspace()->Streams()) {
+        if (name.empty() || stream->Name() == name) {
+            op.setStream(stream);
+            return;
+        }
+    }
+    throw UsageError(name.empty() ? "the workspace has no stream" : "unknown stream " + name);
+}
+
+std::vector<std::shared_ptr<DLToolRuntimeParams>> ToolsOf(const DLStream& stream) {
+    std::vector<std::shared_ptr<DLToolRuntimeParams>> tools;
+    AddTree(*stream.Tools(), tools);
+    return tools;
+}
+
+std::shared_ptr<DLToolRuntimeParams> FindTool(const DLWorkspace& workspace,
+                                              const std::string& name) {
+    for (const auto& stream : *workspace.Streams())
+        if (auto tool = FindIn(*stream->Tools(), name))
+            return tool;
+    throw UsageError("unknown tool " + name);
+}
+
+Session::Session(const std::string& workspaceFile)
+    : tool_(Tavrin::Brnt::CreateObject<DLRuntimeTool>()) {
+    OpenWorkspace(*tool_, workspaceFile);
+}
+
+Session::Session(std::shared_ptr<DLRuntimeTool> tool)
+    : tool_(std::move(tool)) {}
 
 std::shared_ptr<DLWorkspace> Session::Workspace() const {
     return tool_->DeepLearningOperator()->Workspace();
@@ -86,27 +120,15 @@ std::shared_ptr<DLStream> Session::Stream() const {
 }
 
 void Session::SelectStream(const std::string& name) {
-    const auto streams = Workspace()->Streams();
-    for (const auto& stream : *streams) {
-        if (name.empty() || stream->Name() == name) {
-            tool_->DeepLearningOperator()->setStream(stream);
-            return;
-        }
-    }
-    throw UsageError(name.empty() ? "the workspace has no stream" : "unknown stream " + name);
+    TavrinCli::SelectStream(*tool_->DeepLearningOperator(), name);
 }
 
 std::vector<std::shared_ptr<DLToolRuntimeParams>> Session::StreamTools() const {
-    std::vector<std::shared_ptr<DLToolRuntimeParams>> tools;
-    AddTree(*Stream()->Tools(), tools);
-    return tools;
+    return ToolsOf(*Stream());
 }
 
 std::shared_ptr<DLToolRuntimeParams> Session::FindTool(const std::string& name) const {
-    for (const auto& stream : *Workspace()->Streams())
-        if (auto tool = FindIn(*stream->Tools(), name))
-            return tool;
-    throw UsageError("unknown tool " + name);
+    return TavrinCli::FindTool(*Workspace(), name);
 }
 
 // TOOL.NAME names a tool's parameter, TOOL.MODEL.NAME one of a model of the tool.

@@ -19,12 +19,26 @@ struct Assignment {
 
 Assignment ParseAssignment(const std::string& text);
 
+// The stream of that name in the operator's workspace, or the first when the name is empty;
+// UsageError when none is.
+void SelectStream(DLOperator& op, const std::string& name);
+// Every tool of the stream, parents before their children.
+std::vector<std::shared_ptr<DLToolRuntimeParams>> ToolsOf(const DLStream& stream);
+// The tool of that name anywhere in the workspace's trees; UsageError when none is.
+std::shared_ptr<DLToolRuntimeParams> FindTool(const DLWorkspace& workspace, const std::string& name);
+
+// Opens the workspace file in a runtime tool or an operator; CommandError when the file is
+// missing or the engine cannot open it, with the library's exception nested.
+template <class Holder> void OpenWorkspace(Holder& holder, const std::string& workspaceFile);
+
 // A workspace opened in a runtime tool, as a host holds it: the stream to run and the parameters
 // to tune, and the runs with their records.
 class Session {
 public:
     // CommandError when the file is missing or the engine cannot open it.
     explicit Session(const std::string& workspaceFile);
+    // A runtime tool loaded from an archive, with the workspace it reopened.
+    explicit Session(std::shared_ptr<DLRuntimeTool> tool);
 
     std::shared_ptr<DLWorkspace> Workspace() const;
     std::shared_ptr<DLStream> Stream() const;
@@ -42,6 +56,7 @@ public:
 
     std::shared_ptr<DLResult> Run(std::shared_ptr<Tavrin::Vision::IImage> image);
     std::shared_ptr<Tavrin::Vision::Record> LastRunRecord() { return tool_->CreateLastRunRecord(); }
+    const std::shared_ptr<DLRuntimeTool>& Tool() const { return tool_; }
 
 private:
     rttr::instance Target(const std::string& address, std::string& parameter) const;

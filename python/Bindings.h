@@ -3,6 +3,8 @@
 #include <memory>
 #include <string>
 
+#include <opencv2/core.hpp>
+#include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
 
 #include <Vision/DeepLearning/DeepLearning.h>
@@ -15,6 +17,9 @@ struct RunResult {
     std::string image;
     std::string stream;
 };
+
+// The pels as a new NumPy array: HxW for grey, HxWxC for colour, of uint8 or uint16.
+pybind11::array ToArray(const cv::Mat& image);
 
 void BindExceptions(pybind11::module_& module);
 void BindResults(pybind11::module_& module);

@@ -1,10 +1,15 @@
+#include <fstream>
 #include <optional>
+#include <sstream>
 
 #include <pybind11/numpy.h>
 #include <pybind11/stl.h>
 
 #include <opencv2/imgproc.hpp>
 
+#include <Vision/Core/Archive.h>
+
+#include "AtomicFile.h"
 #include "Bindings.h"
 #include "Failure.h"
 #include "Images.h"
@@ -44,13 +49,6 @@ cv::Mat HeaderOver(const py::array& image) {
     const int type = sixteen ? CV_16UC1 : grey ? CV_8UC1 : CV_8UC3;
     return cv::Mat(static_cast<int>(image.shape(0)), static_cast<int>(image.shape(1)), type,
                    const_cast<void*>(image.data()), static_cast<std::size_t>(image.strides(0)));
-}
-
-py::array ToArray(const cv::Mat& image) {
-    py::array_t<std::uint8_t> array({image.rows, image.cols, image.channels()});
-    for (int row = 0; row < image.rows; ++row)
-        std::memcpy(array.mutable_data(row), image.ptr(row), image.cols * image.elemSize());
-    return std::move(array);
 }
 
 // Reads and sets an object's parameters by their reflected names, as tavrin-dl does; values go
@@ -147,29 +145,26 @@ void BindTools(py::module_& module) {
     BindParameters<DLToolRuntimeParams>(tool);
 }
 
-// A workspace opened in a runtime tool. The image of the last run stays referenced for its
-// overlay.
-class RuntimeTool {
+// What a workspace opened in a runtime tool or in an operator offers alike: its streams and
+// tools, and runs on NumPy arrays or image files.
+class Opened {
 public:
-    RuntimeTool(const std::string& workspace, const std::string& stream)
-        : session_(workspace) {
-        session_.SelectStream(stream);
-    }
+    virtual ~Opened() = default;
 
-    std::string WorkspaceFile() const { return session_.Workspace()->SourceFile(); }
+    std::string WorkspaceFile() const { return Op().Workspace()->SourceFile(); }
     std::vector<std::string> Streams() const {
         std::vector<std::string> names;
-        for (const auto& stream : *session_.Workspace()->Streams())
+        for (const auto& stream : *Op().Workspace()->Streams())
             names.push_back(stream->Name());
         return names;
     }
-    std::string Stream() const { return session_.Stream()->Name(); }
-    void SelectStream(const std::string& name) { session_.SelectStream(name); }
+    std::string Stream() const { return Op().Stream()->Name(); }
+    void SelectStream(const std::string& name) { TavrinCli::SelectStream(Op(), name); }
     std::vector<std::shared_ptr<DLToolRuntimeParams>> Tools() const {
-        return session_.StreamTools();
+        return TavrinCli::ToolsOf(*Op().Stream());
     }
     std::shared_ptr<DLToolRuntimeParams> Tool(const std::string& name) const {
-        return session_.FindTool(name);
+        return TavrinCli::FindTool(*Op().Workspace(), name);
     }
 
     RunResult Run(const py::array& image, const std::string& name) {
@@ -180,6 +175,64 @@ public:
     RunResult RunFile(const std::string& path) {
         return RunOn(TavrinCli::ReadImage(path), TavrinCli::ChannelOrder::Bgr, py::none(), path);
     }
+
+protected:
+    virtual DLOperator& Op() const = 0;
+    // Runs the selected stream; called without the GIL.
+    virtual std::shared_ptr<DLResult> Execute(std::shared_ptr<IImage> image) = 0;
+    // What a run leaves for later calls, such as the image an overlay is drawn on.
+    virtual void Keep(const cv::Mat&, TavrinCli::ChannelOrder, py::object, const DLResult&) {}
+
+private:
+    RunResult RunOn(const cv::Mat& image, TavrinCli::ChannelOrder order, py::object owner,
+                    const std::string& name) {
+        auto converted = TavrinCli::ToVisionImage(image, order);
+        std::shared_ptr<DLResult> result;
+        {
+            py::gil_scoped_release engineRuns;
+            result = Execute(std::move(converted));
+        }
+        Keep(image, order, std::move(owner), *result);
+        return {std::move(result), name, Stream()};
+    }
+};
+
+// The archive bytes of a runtime tool or an operator, and the object they load as. The
+// workspace file is reopened from the path it was saved with.
+template <class Object> py::bytes ArchiveOf(const std::shared_ptr<Object>& object) {
+    std::ostringstream bytes;
+    VisionBinaryOutputArchive(bytes, SerializerOptionsConstants_None)(object);
+    return py::bytes(bytes.str());
+}
+
+template <class Object> std::shared_ptr<Object> Unarchived(const py::bytes& archive) {
+    std::istringstream bytes(static_cast<std::string>(archive));
+    std::shared_ptr<Object> object;
+    VisionBinaryInputArchive(bytes, SerializerOptionsConstants_None)(object);
+    if (!object)
+        throw TavrinCli::UsageError("the archive holds no object");
+    return object;
+}
+
+std::string FileBytes(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file)
+        throw TavrinCli::CommandError("cannot read " + path);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+// A workspace opened in a runtime tool, the way a host runs it: each run leaves a record, which
+// gives the overlay. The image of the last run stays referenced for that overlay.
+class RuntimeTool : public Opened {
+public:
+    RuntimeTool(const std::string& workspace, const std::string& stream)
+        : session_(workspace) {
+        session_.SelectStream(stream);
+    }
+    explicit RuntimeTool(std::shared_ptr<DLRuntimeTool> tool)
+        : session_(std::move(tool)) {}
+
+    py::bytes Archive() const { return ArchiveOf(session_.Tool()); }
 
     // The last run's image, enlarged, with its graphics drawn over it, in RGB.
     py::array Overlay() {
@@ -194,6 +247,19 @@ public:
         TavrinCli::WriteOverlay(path, LastImageBgr(), *session_.LastRunRecord(), lastAnswers_);
     }
 
+protected:
+    DLOperator& Op() const override { return *session_.Tool()->DeepLearningOperator(); }
+    std::shared_ptr<DLResult> Execute(std::shared_ptr<IImage> image) override {
+        return session_.Run(std::move(image));
+    }
+    void Keep(const cv::Mat& image, TavrinCli::ChannelOrder order, py::object owner,
+              const DLResult& result) override {
+        lastImage_ = image;
+        lastAnswers_ = TavrinCli::AnswersOf(result);
+        lastOrder_ = order;
+        lastOwner_ = std::move(owner);
+    }
+
 private:
     cv::Mat LastImageBgr() const {
         if (!lastImage_)
@@ -204,21 +270,6 @@ private:
         return bgr;
     }
 
-    RunResult RunOn(const cv::Mat& image, TavrinCli::ChannelOrder order, py::object owner,
-                    const std::string& name) {
-        auto converted = TavrinCli::ToVisionImage(image, order);
-        std::shared_ptr<DLResult> result;
-        {
-            py::gil_scoped_release engineRuns;
-            result = session_.Run(std::move(converted));
-        }
-        lastImage_ = image;
-        lastAnswers_ = TavrinCli::AnswersOf(*result);
-        lastOrder_ = order;
-        lastOwner_ = std::move(owner);
-        return {std::move(result), name, Stream()};
-    }
-
     TavrinCli::Session session_;
     std::optional<cv::Mat> lastImage_;
     std::vector<TavrinCli::Answer> lastAnswers_;
@@ -226,39 +277,96 @@ private:
     py::object lastOwner_;
 };
 
-void BindRuntimeTool(py::module_& module) {
-    py::class_<RuntimeTool>(module, "RuntimeTool",
-                            "A workspace opened in a runtime tool, running one of its streams.")
+// A workspace opened in a bare operator: the stream runs and answers, with no record and no
+// graphics.
+class Operator : public Opened {
+public:
+    Operator(const std::string& workspace, const std::string& stream)
+        : op_(Tavrin::Brnt::CreateObject<DLOperator>()) {
+        TavrinCli::OpenWorkspace(*op_, workspace);
+        SelectStream(stream);
+    }
+    explicit Operator(std::shared_ptr<DLOperator> op)
+        : op_(std::move(op)) {}
+
+    py::bytes Archive() const { return ArchiveOf(op_); }
+
+protected:
+    DLOperator& Op() const override { return *op_; }
+    std::shared_ptr<DLResult> Execute(std::shared_ptr<IImage> image) override {
+        return op_->Execute(*image);
+    }
+
+private:
+    std::shared_ptr<DLOperator> op_;
+};
+
+// What both classes bind alike, including saving to and loading from the library's archive,
+// which pickling uses too.
+template <class Holder, class Object> void BindOpened(py::class_<Holder>& bound) {
+    const auto fromBytes = [](const py::bytes& archive) {
+        return Holder(Unarchived<Object>(archive));
+    };
+    bound
         .def(py::init<const std::string&, const std::string&>(), py::arg("workspace"),
              py::arg("stream") = "")
-        .def_property_readonly("workspace_file", &RuntimeTool::WorkspaceFile)
-        .def_property_readonly("streams", &RuntimeTool::Streams)
-        .def_property("stream", &RuntimeTool::Stream, &RuntimeTool::SelectStream)
-        .def_property_readonly("tools", &RuntimeTool::Tools)
-        .def("tool", &RuntimeTool::Tool, py::arg("name"))
-        .def("run", &RuntimeTool::Run, py::arg("image"), py::arg("name") = "")
-        .def("run_file", &RuntimeTool::RunFile, py::arg("path"))
-        .def("overlay", &RuntimeTool::Overlay)
+        .def_property_readonly("workspace_file", &Holder::WorkspaceFile)
+        .def_property_readonly("streams", &Holder::Streams)
+        .def_property("stream", &Holder::Stream, &Holder::SelectStream)
+        .def_property_readonly("tools", &Holder::Tools)
+        .def("tool", &Holder::Tool, py::arg("name"))
+        .def("run", &Holder::Run, py::arg("image"), py::arg("name") = "")
+        .def("run_file", &Holder::RunFile, py::arg("path"))
+        .def("to_bytes", &Holder::Archive, "The library's archive of the object and its settings.")
+        .def_static("from_bytes", fromBytes, py::arg("archive"))
+        .def(
+            "save",
+            [](const Holder& holder, const std::string& path) {
+                const std::string bytes = holder.Archive();
+                TavrinCli::WriteFileAtomically(path, {bytes.begin(), bytes.end()});
+            },
+            py::arg("path"))
+        .def_static(
+            "load", [=](const std::string& path) { return fromBytes(py::bytes(FileBytes(path))); },
+            py::arg("path"))
+        .def(py::pickle([](const Holder& holder) { return holder.Archive(); }, fromBytes));
+}
+
+void BindRuntimeTool(py::module_& module) {
+    py::class_<RuntimeTool> tool(module, "RuntimeTool",
+                                 "A workspace opened in a runtime tool, running one of its streams.");
+    BindOpened<RuntimeTool, DLRuntimeTool>(tool);
+    tool.def("overlay", &RuntimeTool::Overlay)
         .def("save_overlay", &RuntimeTool::SaveOverlay, py::arg("path"));
+    py::class_<Operator> op(module, "Operator",
+                            "A workspace opened in an operator, running one of its streams.");
+    BindOpened<Operator, DLOperator>(op);
     module.def(
         "read_image",
         [](const std::string& path) {
             cv::Mat image = TavrinCli::ReadImage(path);
-            // The decoder's images are continuous; the arrays made here copy them.
-            if (image.channels() == 1)
-                return image.depth() == CV_16U
-                           ? py::array(py::array_t<std::uint16_t>({image.rows, image.cols},
-                                                                  image.ptr<std::uint16_t>()))
-                           : py::array(py::array_t<std::uint8_t>({image.rows, image.cols},
-                                                                 image.ptr<std::uint8_t>()));
-            cv::cvtColor(image, image,
-                         image.channels() == 4 ? cv::COLOR_BGRA2RGB : cv::COLOR_BGR2RGB);
+            if (image.channels() > 1)
+                cv::cvtColor(image, image,
+                             image.channels() == 4 ? cv::COLOR_BGRA2RGB : cv::COLOR_BGR2RGB);
             return ToArray(image);
         },
         py::arg("path"), "An image file as tavrin-dl reads it, colour in RGB order.");
 }
 
 } // namespace
+
+py::array ToArray(const cv::Mat& image) {
+    std::vector<py::ssize_t> shape = {image.rows, image.cols};
+    if (image.channels() > 1)
+        shape.push_back(image.channels());
+    py::array array(image.depth() == CV_16U ? py::dtype::of<std::uint16_t>()
+                                            : py::dtype::of<std::uint8_t>(),
+                    shape);
+    for (int row = 0; row < image.rows; ++row)
+        std::memcpy(array.mutable_data(row), image.ptr(row), image.cols * image.elemSize());
+    return array;
+}
+
 } // namespace TavrinPython
 
 PYBIND11_MODULE(tavrin_dl, module) {

@@ -2,6 +2,9 @@
 
 import ctypes
 import os
+import pickle
+import threading
+import time
 
 import numpy
 import pytest
@@ -57,7 +60,7 @@ def add_tool(file, tool, kind, parameters):
 
 
 @pytest.fixture
-def tool(tmp_path):
+def workspace(tmp_path):
     """A runtime tool on a file of two streams, "main" with a red, a green and a blue tool, and
     "other", empty. The engine only reads the file's time from the disk. Each test has a file of
     its own, so the engine is never reset under a tool that a failed test's traceback keeps."""
@@ -79,7 +82,12 @@ def tool(tmp_path):
               (b"processing/blue/precision", b"0.6"), (b"sampling/feature_size", b"8")])
     ENGINE.testkelo_add_stream(path, b"other", b"other-uuid", b"0,0,64,64")
     ENGINE.testkelo_set_result_document(RUN_DOCUMENT.encode())
-    return tavrin_dl.RuntimeTool(str(file))
+    return str(file)
+
+
+@pytest.fixture
+def tool(workspace):
+    return tavrin_dl.RuntimeTool(workspace)
 
 
 def test_lists_the_streams_tools_and_parameters_by_reflection(tool):
@@ -255,3 +263,53 @@ def test_the_overlay_draws_over_the_last_image(tool):
     overlay = tool.overlay()
     assert overlay.dtype == numpy.uint8 and overlay.ndim == 3 and overlay.shape[2] == 3
     assert overlay.shape[0] > 48 and tuple(overlay[overlay.shape[0] // 2, -40]) == (200, 0, 0)
+
+
+def test_an_operator_runs_the_stream_as_the_runtime_tool_does(workspace, tool):
+    op = tavrin_dl.Operator(workspace, "main")
+    assert (op.streams, op.stream, [t.name for t in op.tools]) == (
+        ["main", "other"], "main", ["red", "green", "blue"])
+    image = numpy.zeros((48, 64), numpy.uint8)
+    assert op.run(image, "a.png").to_dict() == tool.run(image, "a.png").to_dict()
+    assert not hasattr(op, "overlay")
+    with pytest.raises(tavrin_dl.UsageError, match="unknown stream nope"):
+        tavrin_dl.Operator(workspace, "nope")
+
+
+@pytest.mark.parametrize("kind", [tavrin_dl.RuntimeTool, tavrin_dl.Operator])
+def test_settings_survive_the_archive_pickling_and_a_file(kind, workspace, tmp_path):
+    original = kind(workspace)
+    original.stream = "other"
+    original.stream = "main"
+    original.tool("red")["ShowRegion"] = False
+    original.tool("blue")["Threshold"] = 0.7
+    original.save(str(tmp_path / "saved.bin"))
+    for copy in (pickle.loads(pickle.dumps(original)), kind.from_bytes(original.to_bytes()),
+                 kind.load(str(tmp_path / "saved.bin"))):
+        assert type(copy) is kind and copy.stream == "main"
+        assert (copy.tool("red")["ShowRegion"], copy.tool("blue")["Threshold"]) == (False, 0.7)
+        assert copy.run(numpy.zeros((8, 8), numpy.uint8)).answers["green"] == ("ok", 0.7)
+
+
+def test_bytes_that_are_no_archive_are_refused(tmp_path):
+    with pytest.raises(Exception):
+        tavrin_dl.Operator.from_bytes(b"nothing")
+    with pytest.raises(tavrin_dl.CommandError, match="cannot read"):
+        tavrin_dl.RuntimeTool.load(str(tmp_path / "missing.bin"))
+
+
+def test_other_threads_go_on_while_the_engine_works(tool):
+    """The engine holds its call until this thread, running Python meanwhile, lets it go; a run
+    that kept the GIL would leave this thread stuck until the hold times out."""
+    ENGINE.testkelo_hold(b"kelo_runtime_sample_process", 5000)
+    runs = []
+    worker = threading.Thread(target=lambda: runs.append(tool.run(numpy.zeros((8, 8), numpy.uint8))))
+    worker.start()
+    deadline = time.monotonic() + 5
+    while not ENGINE.testkelo_holding() and time.monotonic() < deadline:
+        time.sleep(0.001)
+    seen_inside = ENGINE.testkelo_holding()
+    ENGINE.testkelo_release()
+    worker.join()
+    assert seen_inside == 1
+    assert runs[0].answers["green"] == ("ok", 0.7)

@@ -66,4 +66,36 @@ std::optional<Fault> FaultPlan::due(const std::string& entryPoint) {
     return firing;
 }
 
+void CallGate::hold(std::string entryPoint, std::chrono::milliseconds limit) {
+    if (!isEntryPoint(entryPoint)) {
+        throw std::invalid_argument("'" + entryPoint + "' is no entry point of the engine");
+    }
+    std::lock_guard<std::mutex> lock(mutex_);
+    entryPoint_ = std::move(entryPoint);
+    limit_ = limit;
+    open_ = false;
+}
+
+void CallGate::release() {
+    std::lock_guard<std::mutex> lock(mutex_);
+    open_ = true;
+    released_.notify_all();
+}
+
+bool CallGate::holding() const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    return holding_;
+}
+
+void CallGate::pass(const std::string& entryPoint) {
+    std::unique_lock<std::mutex> lock(mutex_);
+    if (entryPoint_ != entryPoint) {
+        return;
+    }
+    entryPoint_.reset();
+    holding_ = true;
+    released_.wait_for(lock, limit_, [this] { return open_; });
+    holding_ = false;
+}
+
 } // namespace TestKelo

@@ -1,7 +1,10 @@
 #ifndef TAVRIN_TESTS_ENGINE_CALLRECORDER_H
 #define TAVRIN_TESTS_ENGINE_CALLRECORDER_H
 
+#include <chrono>
+#include <condition_variable>
 #include <initializer_list>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -55,6 +58,26 @@ public:
 
 private:
     std::vector<Fault> pending_;
+};
+
+// Holds the next call of one entry point until the test lets it go or a time runs out, so that
+// a test can act while a call is inside the engine. It has a lock of its own: the held call
+// waits before it takes the engine's.
+class CallGate {
+public:
+    void hold(std::string entryPoint, std::chrono::milliseconds limit);
+    void release();
+    bool holding() const;
+    // Waits here when the call is the one held.
+    void pass(const std::string& entryPoint);
+
+private:
+    mutable std::mutex mutex_;
+    std::condition_variable released_;
+    std::optional<std::string> entryPoint_;
+    std::chrono::milliseconds limit_{};
+    bool holding_ = false;
+    bool open_ = false;
 };
 
 } // namespace TestKelo

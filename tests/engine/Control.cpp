@@ -3,6 +3,7 @@
 #include "TestEngineControl.h"
 #include "TestEngineListings.h"
 
+#include <chrono>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -145,4 +146,17 @@ void testkelo_throw(const char* entryPoint, int nthCall, const char* what) {
 
 int testkelo_count(TestKeloCount what) {
     return withEngine([&](TestEngine& test) { return test.engine().count(what); });
+}
+
+// Outside the engine's lock, which the held call may be waiting for.
+void testkelo_hold(const char* entryPoint, int timeoutMs) {
+    TestEngine::instance().gate().hold(required(entryPoint), std::chrono::milliseconds(timeoutMs));
+}
+
+void testkelo_release(void) {
+    TestEngine::instance().gate().release();
+}
+
+int testkelo_holding(void) {
+    return TestEngine::instance().gate().holding() ? 1 : 0;
 }

@@ -24,6 +24,7 @@ public:
     template <typename Operation>
     int call(const char* entryPoint, std::initializer_list<LoggedArgument> arguments,
              Operation&& operation) {
+        gate_.pass(entryPoint);
         std::lock_guard<std::mutex> lock(mutex_);
         log_.record(entryPoint, arguments);
         if (std::optional<Fault> fault = faults_.due(entryPoint)) {
@@ -46,6 +47,7 @@ public:
     Engine& engine() { return engine_; }
     CallLog& log() { return log_; }
     FaultPlan& faults() { return faults_; }
+    CallGate& gate() { return gate_; }
     void reset();
 
 private:
@@ -55,6 +57,7 @@ private:
     Engine engine_;
     CallLog log_;
     FaultPlan faults_;
+    CallGate gate_;
 };
 
 } // namespace TestKelo

@@ -115,6 +115,13 @@ TESTKELO_API void testkelo_throw(const char* entryPoint, int nthCall, const char
 
 TESTKELO_API int testkelo_count(TestKeloCount what);
 
+/* Holds the next call of the entry point, before it does anything, until testkelo_release or
+   until timeoutMs have passed; testkelo_holding is 1 while the call waits. Not undone by
+   testkelo_reset. */
+TESTKELO_API void testkelo_hold(const char* entryPoint, int timeoutMs);
+TESTKELO_API void testkelo_release(void);
+TESTKELO_API int testkelo_holding(void);
+
 #ifdef __cplusplus
 } /* extern "C" */
 
