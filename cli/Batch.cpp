@@ -85,30 +85,26 @@ BenchFigures BenchFromJson(const json& json) {
 }
 
 // Messages between the tool and its workers: a length, then the message in CBOR.
-bool WriteAll(int fd, const std::uint8_t* bytes, std::size_t size) {
+// Repeats read or write until every byte has moved; false once the other side has gone.
+template <class Byte, class Io> bool TransferAll(int fd, Byte* bytes, std::size_t size, Io io) {
     while (size > 0) {
-        const ssize_t written = write(fd, bytes, size);
-        if (written < 0 && errno == EINTR)
+        const ssize_t moved = io(fd, bytes, size);
+        if (moved < 0 && errno == EINTR)
             continue;
-        if (written <= 0)
+        if (moved <= 0)
             return false;
-        bytes += written;
-        size -= static_cast<std::size_t>(written);
+        bytes += moved;
+        size -= static_cast<std::size_t>(moved);
     }
     return true;
 }
 
+bool WriteAll(int fd, const std::uint8_t* bytes, std::size_t size) {
+    return TransferAll(fd, bytes, size, ::write);
+}
+
 bool ReadAll(int fd, std::uint8_t* bytes, std::size_t size) {
-    while (size > 0) {
-        const ssize_t got = read(fd, bytes, size);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            return false;
-        bytes += got;
-        size -= static_cast<std::size_t>(got);
-    }
-    return true;
+    return TransferAll(fd, bytes, size, ::read);
 }
 
 bool Send(int fd, const json& message) {

@@ -44,10 +44,12 @@ Sizes SizesFor(const cv::Size& enlarged) {
             std::max(1, shorter / 250), std::max(4, static_cast<int>(8 * fontScale))};
 }
 
-// A piece of text with the box it takes, including the part below the baseline.
+// A piece of text with the box it takes, including the part below the baseline, and the height
+// above the baseline, where the text is written from.
 struct TextBox {
     std::string text;
     cv::Size size;
+    int ascent;
     cv::Scalar colour;
     cv::Scalar background;
     bool filled;
@@ -58,17 +60,14 @@ TextBox Measured(const std::string& text, const Sizes& sizes, cv::Scalar colour,
     int baseline = 0;
     const cv::Size size =
         cv::getTextSize(text, Font, sizes.fontScale, sizes.textThickness, &baseline);
-    return {text, {size.width, size.height + baseline}, colour, background, filled};
+    return {text, {size.width, size.height + baseline}, size.height, colour, background, filled};
 }
 
 void WriteText(cv::Mat& pixels, const TextBox& box, cv::Point topLeft, const Sizes& sizes) {
     if (box.filled)
         cv::rectangle(pixels, cv::Rect(topLeft, box.size), box.background, cv::FILLED);
-    int baseline = 0;
-    const int height =
-        cv::getTextSize(box.text, Font, sizes.fontScale, sizes.textThickness, &baseline).height;
-    cv::putText(pixels, box.text, topLeft + cv::Point(0, height), Font, sizes.fontScale, box.colour,
-                sizes.textThickness, cv::LINE_AA);
+    cv::putText(pixels, box.text, topLeft + cv::Point(0, box.ascent), Font, sizes.fontScale,
+                box.colour, sizes.textThickness, cv::LINE_AA);
 }
 
 // Where each box stands when they flow left to right in rows of the given width.
