@@ -17,7 +17,6 @@ class DLToolRuntimeParams;
 namespace Tavrin::Vision::DeepLearning::Private {
 
 namespace BluePaths {
-inline constexpr char const* SamplingDensity = "processing/sampling_density";
 inline constexpr char const* Threshold = "processing/blue/threshold";
 inline constexpr char const* FeatureFilter = "post_processing/blue/feature_filter";
 inline constexpr char const* Precision = "processing/blue/precision";
@@ -27,10 +26,6 @@ inline constexpr char const* FeatureSize = "sampling/feature_size";
 // The delimiter of the feature size text, "<x>x<y>".
 inline constexpr char const* FeatureSizeDelimiter = "x";
 std::string FormatFeatureSize(Vect2 const& size);
-
-// Keeps the stored object when both are set and equal in value; a null on either side always
-// counts as a change.
-bool StoreFeatureSize(std::shared_ptr<Vect2>& field, std::shared_ptr<Vect2> value);
 
 // Gives each model the tool as its parent, after a load; a null collection is left alone.
 void AttachModels(DLBlueModelReadOnlyCollection const* models,

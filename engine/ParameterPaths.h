@@ -9,8 +9,9 @@ inline constexpr char RedRegionFilter[] = "post_process_parameters/red/region_fi
 inline constexpr char RedDownsamplingSize[] = "runtime_parameters/max_downsampling_size";
 inline constexpr char GreenThreshold[] = "post_process_parameters/green/threshold";
 inline constexpr char GreenHeatmap[] = "runtime_parameters/heat_map_on";
+// Every tool that samples, blue or focused, keeps its density here.
+inline constexpr char SamplingDensity[] = "processing/sampling_density";
 
-inline constexpr char FocusedSamplingDensity[] = "processing/sampling_density";
 inline constexpr char FocusedRedThreshold[] = "post_processing/red/threshold";
 inline constexpr char FocusedRedRegionFilter[] = "post_processing/red/region_filter";
 inline constexpr char FocusedRedIterations[] = "processing/red/sampling_iterations";

@@ -75,13 +75,6 @@ template <class C> struct Bounds {
     double (C::*maximum)() const = nullptr;
 };
 
-// What every row shares: whether an operator reload restores it, and where reflection lists it.
-struct RowOptions {
-    bool restored = true;
-    // Listed after the class's other properties, though pushed before them.
-    bool listedLast = false;
-};
-
 // A getter and a setter by value or by const reference, as the class declares them.
 template <class C, class Value, class Setter>
 void DeclareProperty(rttr::registration::class_<C>& declared, char const* name,
@@ -100,7 +93,8 @@ template <class C, class Value, class Text, class Setter> struct ValueRow {
     Value (C::*getter)() const;
     Setter setter;
     Bounds<C> bounds{};
-    RowOptions options{};
+    // Listed after the class's other properties, though pushed before them.
+    bool listedLast = false;
 
     ValueRow Bounded(char const* minimumName, double (C::*minimum)() const, char const* maximumName,
                      double (C::*maximum)() const) const {
@@ -120,10 +114,7 @@ template <class C, class Value, class Text, class Setter> struct ValueRow {
         return true;
     }
     void ReadBack(C&, DeepLearningAccess&) const {}
-    void Restore(C& live, C const& saved) const {
-        if (options.restored)
-            (live.*setter)((saved.*getter)());
-    }
+    void Restore(C& live, C const& saved) const { (live.*setter)((saved.*getter)()); }
     void DeclareReadOnly(rttr::registration::class_<C>& declared) const {
         if (!bounds.minimum)
             return;
@@ -188,7 +179,7 @@ template <class C> struct ThresholdPairRow {
     double C::*lower;
     double C::*upper;
     std::string C::*text = nullptr;
-    RowOptions options{};
+    bool listedLast = false;
 
     void Read(C& owner, DeepLearningAccess& access) const {
         std::string read = EngineParameters::Get(access, owner, path);
@@ -208,8 +199,6 @@ template <class C> struct ThresholdPairRow {
         owner.*text = EngineParameters::Get(access, owner, path);
     }
     void Restore(C& live, C const& saved) const {
-        if (!options.restored)
-            return;
         live.setLowerThreshold(saved.LowerThreshold());
         live.setUpperThreshold(saved.UpperThreshold());
     }
@@ -234,7 +223,7 @@ struct ParameterTables;
 // file's values.
 template <class C> struct ModelsRow {
     std::shared_ptr<DLBlueModelReadOnlyCollection> C::*field;
-    RowOptions options{};
+    bool listedLast = false;
 
     void Read(C& owner, DeepLearningAccess& access) const {
         owner.*field = EngineParameters::LoadModels(access, owner);
@@ -256,14 +245,8 @@ ModelsRow<C> ModelList(std::shared_ptr<DLBlueModelReadOnlyCollection> C::*field)
     return {field};
 }
 
-// Row options, for any kind of row.
-template <class Row> Row LeftToTheFile(Row row) {
-    row.options.restored = false;
-    return row;
-}
-
 template <class Row> Row ListedLast(Row row) {
-    row.options.listedLast = true;
+    row.listedLast = true;
     return row;
 }
 
@@ -298,6 +281,13 @@ public:
     explicit RowTable(Rows... rows)
         : rows_(std::move(rows)...) {}
 
+    // For a class whose settings an operator reload leaves as the file has them.
+    RowTable LeftToTheFile() const {
+        RowTable kept = *this;
+        kept.restored_ = false;
+        return kept;
+    }
+
     void Read(RootOf<C>& owner, DeepLearningAccess& access) const override {
         ForEach([&](auto const& row) { row.Read(static_cast<C&>(owner), access); });
     }
@@ -316,6 +306,8 @@ public:
     }
 
     void Restore(RootOf<C>& live, RootOf<C> const& saved) const override {
+        if (!restored_)
+            return;
         ForEach([&](auto const& row) {
             row.Restore(static_cast<C&>(live), static_cast<C const&>(saved));
         });
@@ -324,11 +316,11 @@ public:
     void Declare(rttr::registration::class_<C>& declared) const override {
         ForEach([&](auto const& row) { row.DeclareReadOnly(declared); });
         ForEach([&](auto const& row) {
-            if (!row.options.listedLast)
+            if (!row.listedLast)
                 row.DeclareWritable(declared);
         });
         ForEach([&](auto const& row) {
-            if (row.options.listedLast)
+            if (row.listedLast)
                 row.DeclareWritable(declared);
         });
     }
@@ -339,15 +331,34 @@ private:
     }
 
     std::tuple<Rows...> rows_;
+    bool restored_ = true;
 };
 
-template <class C, class... Rows> RowTable<C, Rows...> MakeParameterTable(Rows... rows) {
-    return RowTable<C, Rows...>(std::move(rows)...);
+// A table's rows come one by one, or as a group that sibling classes share.
+template <class Row> std::tuple<Row> AsRows(Row row) {
+    return std::tuple<Row>(std::move(row));
+}
+template <class... Rows> std::tuple<Rows...> AsRows(std::tuple<Rows...> rows) {
+    return rows;
 }
 
-// Where the shared machinery reaches each class's table: the classes befriend this one.
+template <class C, class... Parts> auto MakeParameterTable(Parts... parts) {
+    return std::apply(
+        [](auto... rows) { return RowTable<C, decltype(rows)...>(std::move(rows)...); },
+        std::tuple_cat(AsRows(std::move(parts))...));
+}
+
+// Where the shared machinery reaches each class's table and members: the classes befriend this
+// one.
 struct ParameterTables {
-    template <class C> static ParameterTable<C> const& Of() { return C::Parameters(); }
+    // The rows that sibling classes share; see SiblingParameterRows.h.
+    struct SiblingRows;
+
+    // A subclass gives its table as its root walks it; reflection, which knows the class, needs
+    // all of it.
+    template <class C> static ParameterTable<C> const& Of() {
+        return static_cast<ParameterTable<C> const&>(C::Parameters());
+    }
 
     // The root's own rows, then the rows of the owner's class.
     template <class Root> static void Read(Root& owner) {
@@ -384,7 +395,7 @@ private:
 template <class C> void ModelsRow<C>::Restore(C& live, C const& saved) const {
     auto const& liveModels = live.*field;
     auto const& savedModels = saved.*field;
-    if (!options.restored || !liveModels || !savedModels)
+    if (!liveModels || !savedModels)
         return;
     for (auto const& model : *liveModels) {
         auto const match =

@@ -7,17 +7,15 @@ namespace Tavrin::Vision::DeepLearning::Reflection {
 namespace {
 
 using Private::ParameterTables;
-using ToolBases = WithNearestBase<DLToolRuntimeParams, ChangedEventBases>;
-using ModelBases = WithNearestBase<DLBlueModel, ChangedEventBases>;
+template <class C> using BasesOf = WithNearestBase<Private::RootOf<C>, ChangedEventBases>;
 
 // A tool or model class: its table's properties, then its change flags as the class lists them.
-template <class C, class Bases>
-void RegisterParameterClass(char const* className, std::initializer_list<FlagConstant> flags,
-                            Bases bases) {
+template <class C>
+void RegisterParameterClass(char const* className, std::initializer_list<FlagConstant> flags) {
     auto declared = DeclarePublicClass<C>(className);
     ParameterTables::Of<C>().Declare(declared);
     ChainFlagConstants(declared, flags);
-    RegisterConverters<C>(bases);
+    RegisterConverters<C>(BasesOf<C>{});
 }
 
 void RegisterToolRuntimeParams() {
@@ -51,41 +49,35 @@ void RegisterToolClasses() {
                                         {"SfRegionFilter", &FocusedRed::SfRegionFilter},
                                         {"SfIterations", &FocusedRed::SfIterations},
                                         {"SfSamplingDensity", &FocusedRed::SfSamplingDensity},
-                                        {"SfShowGraphics", &FocusedRed::SfShowGraphics}},
-                                       ToolBases{});
+                                        {"SfShowGraphics", &FocusedRed::SfShowGraphics}});
     using HdmRed = DLHdmRedToolRuntimeParams;
     RegisterParameterClass<HdmRed>("DLHdmRedToolRuntimeParams",
                                    {{"SfLowerThreshold", &HdmRed::SfLowerThreshold},
                                     {"SfUpperThreshold", &HdmRed::SfUpperThreshold},
                                     {"SfRegionFilter", &HdmRed::SfRegionFilter},
                                     {"SfDownsamplingSize", &HdmRed::SfDownsamplingSize},
-                                    {"SfShowGraphics", &HdmRed::SfShowGraphics}},
-                                   ToolBases{});
+                                    {"SfShowGraphics", &HdmRed::SfShowGraphics}});
     using QuickRed = DLQuickRedToolRuntimeParams;
     RegisterParameterClass<QuickRed>("DLQuickRedToolRuntimeParams",
                                      {{"SfLowerThreshold", &QuickRed::SfLowerThreshold},
                                       {"SfUpperThreshold", &QuickRed::SfUpperThreshold},
                                       {"SfRegionFilter", &QuickRed::SfRegionFilter},
-                                      {"SfShowGraphics", &QuickRed::SfShowGraphics}},
-                                     ToolBases{});
+                                      {"SfShowGraphics", &QuickRed::SfShowGraphics}});
     using FocusedGreen = DLFocusedModeGreenToolRuntimeParams;
     RegisterParameterClass<FocusedGreen>("DLFocusedModeGreenToolRuntimeParams",
                                          {{"SfThreshold", &FocusedGreen::SfThreshold},
                                           {"SfSamplingDensity", &FocusedGreen::SfSamplingDensity},
-                                          {"SfShowGraphics", &FocusedGreen::SfShowGraphics}},
-                                         ToolBases{});
+                                          {"SfShowGraphics", &FocusedGreen::SfShowGraphics}});
     using HdmGreen = DLHdmGreenToolRuntimeParams;
     RegisterParameterClass<HdmGreen>("DLHdmGreenToolRuntimeParams",
                                      {{"SfThreshold", &HdmGreen::SfThreshold},
                                       {"SfGenerateHeatmap", &HdmGreen::SfGenerateHeatmap},
-                                      {"SfShowGraphics", &HdmGreen::SfShowGraphics}},
-                                     ToolBases{});
+                                      {"SfShowGraphics", &HdmGreen::SfShowGraphics}});
     using QuickGreen = DLQuickGreenToolRuntimeParams;
     RegisterParameterClass<QuickGreen>("DLQuickGreenToolRuntimeParams",
                                        {{"SfThreshold", &QuickGreen::SfThreshold},
                                         {"SfGenerateHeatmap", &QuickGreen::SfGenerateHeatmap},
-                                        {"SfShowGraphics", &QuickGreen::SfShowGraphics}},
-                                       ToolBases{});
+                                        {"SfShowGraphics", &QuickGreen::SfShowGraphics}});
     using Blue = DLBlueToolRuntimeParams;
     RegisterParameterClass<Blue>("DLBlueToolRuntimeParams",
                                  {{"SfThreshold", &Blue::SfThreshold},
@@ -94,8 +86,7 @@ void RegisterToolClasses() {
                                   {"SfPrecision", &Blue::SfPrecision},
                                   {"SfSamplingDensity", &Blue::SfSamplingDensity},
                                   {"SfShowFeatures", &Blue::SfShowFeatures},
-                                  {"SfShowModels", &Blue::SfShowModels}},
-                                 ToolBases{});
+                                  {"SfShowModels", &Blue::SfShowModels}});
     using BlueRead = DLBlueReadToolRuntimeParams;
     RegisterParameterClass<BlueRead>("DLBlueReadToolRuntimeParams",
                                      {{"SfThreshold", &BlueRead::SfThreshold},
@@ -103,27 +94,21 @@ void RegisterToolClasses() {
                                       {"SfFeatureSize", &BlueRead::SfFeatureSize},
                                       {"SfPrecision", &BlueRead::SfPrecision},
                                       {"SfShowFeatures", &BlueRead::SfShowFeatures},
-                                      {"SfShowModels", &BlueRead::SfShowModels}},
-                                     ToolBases{});
+                                      {"SfShowModels", &BlueRead::SfShowModels}});
 }
 
 void RegisterModelClasses() {
     RegisterParameterClass<DLBlueNodeModel>("DLBlueNodeModel",
                                             {{"SfThreshold", &DLBlueNodeModel::SfThreshold},
-                                             {"SfOccurrences", &DLBlueNodeModel::SfOccurrences}},
-                                            ModelBases{});
+                                             {"SfOccurrences", &DLBlueNodeModel::SfOccurrences}});
     DeclarePublicClass<DLBlueLayoutModel>("DLBlueLayoutModel");
-    RegisterConverters<DLBlueLayoutModel>(ModelBases{});
+    RegisterConverters<DLBlueLayoutModel>(BasesOf<DLBlueLayoutModel>{});
     RegisterParameterClass<DLBlueStringModel>(
-        "DLBlueStringModel",
-        {{"SfThreshold", &DLBlueStringModel::SfThreshold},
-         {"SfMinimumLength", &DLBlueStringModel::SfMinimumLength}},
-        ModelBases{});
+        "DLBlueStringModel", {{"SfThreshold", &DLBlueStringModel::SfThreshold},
+                              {"SfMinimumLength", &DLBlueStringModel::SfMinimumLength}});
     RegisterParameterClass<DLBlueRegexModel>(
-        "DLBlueRegexModel",
-        {{"SfThreshold", &DLBlueRegexModel::SfThreshold},
-         {"SfRegexExpression", &DLBlueRegexModel::SfRegexExpression}},
-        ModelBases{});
+        "DLBlueRegexModel", {{"SfThreshold", &DLBlueRegexModel::SfThreshold},
+                             {"SfRegexExpression", &DLBlueRegexModel::SfRegexExpression}});
 }
 
 } // namespace

@@ -20,7 +20,10 @@ private:
     using DLBlueModel::DLBlueModel;
     DLBlueLayoutModel() = default;
 
-    template <class Archive> void serialize(Archive& archive, unsigned int version);
+    template <class Archive> void serialize(Archive& archive, unsigned int version) {
+        Private::ArchiveBelowRoot<DLBlueModel>(archive, version, "DLBlueLayoutModel::serialize()",
+                                               this);
+    }
 
     RTTR_ENABLE(DLBlueModel)
 };

@@ -17,11 +17,6 @@ DLBlueModel::DLBlueModel() = default;
 
 DLBlueModel::~DLBlueModel() = default;
 
-void DLBlueModel::setEnable(bool value) {
-    if (StoreIfChanged(enable_, value))
-        OnChanged_(SfEnable);
-}
-
 void DLBlueModel::setParent(std::shared_ptr<DLToolRuntimeParams> const& parent) {
     parent_ = parent;
 }
@@ -34,15 +29,11 @@ void DLBlueModel::ApplyRuntimeParameters() {
     ParameterTables::Push(*this);
 }
 
-ParameterTable<DLBlueModel> const& DLBlueModel::Parameters() {
+ParameterSet<DLBlueModel> const& DLBlueModel::Parameters() {
     using C = DLBlueModel;
     static auto const table = MakeParameterTable<C>(Engine<BoolText>(
         "Enable", ParameterPaths::ModelEnable, &C::enable_, &C::Enable, &C::setEnable));
     return table;
-}
-
-ParameterSet<DLBlueModel> const& DLBlueModel::OwnParameters() const {
-    return Parameters();
 }
 
 template <class Archive> void DLBlueModel::serialize(Archive& archive, unsigned int version) {

@@ -5,6 +5,7 @@
 
 #include <Vision/Core/Archive.h>
 #include <Vision/Core/ChangedEvent.h>
+#include <Vision/DeepLearning/Implementation/ParameterRules.h>
 
 namespace Tavrin::Vision::DeepLearning {
 
@@ -13,13 +14,12 @@ class DLToolRuntimeParams;
 namespace Private {
 class DeepLearningAccess;
 template <class Root> class ParameterSet;
-template <class Owner> class ParameterTable;
 struct ParameterTables;
 } // namespace Private
 
 // One named model of a blue tool. Its engine parameters live under the model's name and are
 // reached through the owning tool, which must outlive every read and write.
-class DLBlueModel : public virtual ChangedEventShareableBase {
+class DLBlueModel : public Private::ParameterSetters {
 public:
     // No marker bit here: bit 0 is the model's own switch.
     static constexpr long long sf0_ = ChangedEventShareableBase::sfNextSf_;
@@ -32,7 +32,7 @@ public:
 
     std::string Name() const { return name_; }
     bool Enable() const { return enable_; }
-    void setEnable(bool value);
+    void setEnable(bool value) { Store(enable_, value, SfEnable); }
 
     std::shared_ptr<DLToolRuntimeParams> Parent() const { return parent_.lock(); }
     void setParent(std::shared_ptr<DLToolRuntimeParams> const& parent);
@@ -41,6 +41,9 @@ public:
     virtual void ApplyRuntimeParameters();
 
 protected:
+    // A subclass's table as the root walks it.
+    using OwnParameterSet = Private::ParameterSet<DLBlueModel>;
+
     DLBlueModel(ObjectCreateAccessToken const&, std::shared_ptr<DLToolRuntimeParams> tool,
                 std::string name);
     DLBlueModel();
@@ -54,8 +57,8 @@ private:
     friend struct Private::ParameterTables;
 
     // The switch of every model; each subclass states its own table and returns it here.
-    static Private::ParameterTable<DLBlueModel> const& Parameters();
-    virtual Private::ParameterSet<DLBlueModel> const& OwnParameters() const;
+    static OwnParameterSet const& Parameters();
+    virtual OwnParameterSet const& OwnParameters() const { return Parameters(); }
 
     template <class Archive> void serialize(Archive& archive, unsigned int version);
 

@@ -18,11 +18,11 @@ public:
     TAVRIN_SHARED_FROM_THIS(DLBlueNodeModel)
 
     double Threshold() const { return threshold_; }
-    void setThreshold(double value);
-    double MinimumThreshold() const;
-    double MaximumThreshold() const;
+    void setThreshold(double value) { Store(threshold_, value, ThresholdRange, SfThreshold); }
+    double MinimumThreshold() const { return ThresholdRange.minimum; }
+    double MaximumThreshold() const { return ThresholdRange.maximum; }
     int Occurrences() const { return occurrences_; }
-    void setOccurrences(int value);
+    void setOccurrences(int value) { Store(occurrences_, value, SfOccurrences); }
 
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
@@ -33,10 +33,13 @@ private:
     using DLBlueModel::DLBlueModel;
     DLBlueNodeModel() = default;
 
-    static Private::ParameterTable<DLBlueNodeModel> const& Parameters();
-    Private::ParameterSet<DLBlueModel> const& OwnParameters() const override;
+    static OwnParameterSet const& Parameters();
+    OwnParameterSet const& OwnParameters() const override { return Parameters(); }
 
-    template <class Archive> void serialize(Archive& archive, unsigned int version);
+    template <class Archive> void serialize(Archive& archive, unsigned int version) {
+        Private::ArchiveBelowRoot<DLBlueModel>(archive, version, "DLBlueNodeModel::serialize()",
+                                               this, threshold_, occurrences_);
+    }
 
     double threshold_ = 0;
     int occurrences_ = 0;

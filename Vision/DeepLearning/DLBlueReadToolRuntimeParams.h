@@ -26,22 +26,26 @@ public:
     TAVRIN_SHARED_FROM_THIS(DLBlueReadToolRuntimeParams)
 
     double Threshold() const { return threshold_; }
-    void setThreshold(double value);
-    double MinimumThreshold() const;
-    double MaximumThreshold() const;
+    void setThreshold(double value) { Store(threshold_, value, ThresholdRange, SfThreshold); }
+    double MinimumThreshold() const { return ThresholdRange.minimum; }
+    double MaximumThreshold() const { return ThresholdRange.maximum; }
     std::string FeatureFilter() const { return featureFilter_; }
-    void setFeatureFilter(std::string const& value);
+    void setFeatureFilter(std::string const& value) {
+        Store(featureFilter_, value, SfFeatureFilter);
+    }
     double Precision() const { return precision_; }
-    void setPrecision(double value);
-    double MinimumPrecision() const;
-    double MaximumPrecision() const;
+    void setPrecision(double value) { Store(precision_, value, PrecisionRange, SfPrecision); }
+    double MinimumPrecision() const { return PrecisionRange.minimum; }
+    double MaximumPrecision() const { return PrecisionRange.maximum; }
     // The stored object itself. A run needs it set.
     Vect2Ptr FeatureSize() const { return featureSize_; }
-    void setFeatureSize(Vect2Ptr value);
+    void setFeatureSize(Vect2Ptr value) {
+        RaiseIf(Private::StoreFeatureSize(featureSize_, std::move(value)), SfFeatureSize);
+    }
     bool ShowFeatures() const { return showFeatures_; }
-    void setShowFeatures(bool value);
+    void setShowFeatures(bool value) { StoreGraphicsSetting(showFeatures_, value, SfShowFeatures); }
     bool ShowModels() const { return showModels_; }
-    void setShowModels(bool value);
+    void setShowModels(bool value) { StoreGraphicsSetting(showModels_, value, SfShowModels); }
     std::shared_ptr<DLBlueModelReadOnlyCollection> Models() const { return models_; }
 
 private:
@@ -53,10 +57,18 @@ private:
     using DLToolRuntimeParams::DLToolRuntimeParams;
     DLBlueReadToolRuntimeParams() = default;
 
-    static Private::ParameterTable<DLBlueReadToolRuntimeParams> const& Parameters();
-    Private::ParameterSet<DLToolRuntimeParams> const& OwnParameters() const override;
+    static OwnParameterSet const& Parameters();
+    OwnParameterSet const& OwnParameters() const override { return Parameters(); }
 
-    template <class Archive> void serialize(Archive& archive, unsigned int version);
+    template <class Archive> void serialize(Archive& archive, unsigned int version) {
+        Private::ArchiveBelowRoot<DLToolRuntimeParams>(
+            archive, version, "DLBlueReadToolRuntimeParams::serialize()", this, threshold_,
+            featureFilter_, precision_, featureSize_, models_, showFeatures_, showModels_);
+        if constexpr (Archive::is_loading::value)
+            AdoptModels();
+    }
+    // Loaded models learn their tool only once it is whole.
+    void AdoptModels();
 
     double threshold_ = 0;
     std::string featureFilter_;

@@ -18,11 +18,13 @@ public:
     TAVRIN_SHARED_FROM_THIS(DLBlueRegexModel)
 
     double Threshold() const { return threshold_; }
-    void setThreshold(double value);
-    double MinimumThreshold() const;
-    double MaximumThreshold() const;
+    void setThreshold(double value) { Store(threshold_, value, ThresholdRange, SfThreshold); }
+    double MinimumThreshold() const { return ThresholdRange.minimum; }
+    double MaximumThreshold() const { return ThresholdRange.maximum; }
     std::string RegexExpression() const { return regexExpression_; }
-    void setRegexExpression(std::string value);
+    void setRegexExpression(std::string value) {
+        Store(regexExpression_, std::move(value), SfRegexExpression);
+    }
 
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
@@ -33,10 +35,13 @@ private:
     using DLBlueModel::DLBlueModel;
     DLBlueRegexModel() = default;
 
-    static Private::ParameterTable<DLBlueRegexModel> const& Parameters();
-    Private::ParameterSet<DLBlueModel> const& OwnParameters() const override;
+    static OwnParameterSet const& Parameters();
+    OwnParameterSet const& OwnParameters() const override { return Parameters(); }
 
-    template <class Archive> void serialize(Archive& archive, unsigned int version);
+    template <class Archive> void serialize(Archive& archive, unsigned int version) {
+        Private::ArchiveBelowRoot<DLBlueModel>(archive, version, "DLBlueRegexModel::serialize()",
+                                               this, threshold_, regexExpression_);
+    }
 
     double threshold_ = 0;
     std::string regexExpression_;

@@ -18,9 +18,9 @@ public:
     TAVRIN_SHARED_FROM_THIS(DLBlueStringModel)
 
     double Threshold() const { return threshold_; }
-    void setThreshold(double value);
-    double MinimumThreshold() const;
-    double MaximumThreshold() const;
+    void setThreshold(double value) { Store(threshold_, value, ThresholdRange, SfThreshold); }
+    double MinimumThreshold() const { return ThresholdRange.minimum; }
+    double MaximumThreshold() const { return ThresholdRange.maximum; }
     int MinimumLength() const { return minimumLength_; }
     void setMinimumLength(int value);
 
@@ -33,10 +33,13 @@ private:
     using DLBlueModel::DLBlueModel;
     DLBlueStringModel() = default;
 
-    static Private::ParameterTable<DLBlueStringModel> const& Parameters();
-    Private::ParameterSet<DLBlueModel> const& OwnParameters() const override;
+    static OwnParameterSet const& Parameters();
+    OwnParameterSet const& OwnParameters() const override { return Parameters(); }
 
-    template <class Archive> void serialize(Archive& archive, unsigned int version);
+    template <class Archive> void serialize(Archive& archive, unsigned int version) {
+        Private::ArchiveBelowRoot<DLBlueModel>(archive, version, "DLBlueStringModel::serialize()",
+                                               this, threshold_, minimumLength_);
+    }
 
     double threshold_ = 0;
     int minimumLength_ = 0;

@@ -27,26 +27,32 @@ public:
     TAVRIN_SHARED_FROM_THIS(DLBlueToolRuntimeParams)
 
     double SamplingDensity() const { return samplingDensity_; }
-    void setSamplingDensity(double value);
-    double MinimumSamplingDensity() const;
-    double MaximumSamplingDensity() const;
+    void setSamplingDensity(double value) {
+        Store(samplingDensity_, value, SamplingDensityRange, SfSamplingDensity);
+    }
+    double MinimumSamplingDensity() const { return SamplingDensityRange.minimum; }
+    double MaximumSamplingDensity() const { return SamplingDensityRange.maximum; }
     double Threshold() const { return threshold_; }
-    void setThreshold(double value);
-    double MinimumThreshold() const;
-    double MaximumThreshold() const;
+    void setThreshold(double value) { Store(threshold_, value, ThresholdRange, SfThreshold); }
+    double MinimumThreshold() const { return ThresholdRange.minimum; }
+    double MaximumThreshold() const { return ThresholdRange.maximum; }
     std::string FeatureFilter() const { return featureFilter_; }
-    void setFeatureFilter(std::string const& value);
+    void setFeatureFilter(std::string const& value) {
+        Store(featureFilter_, value, SfFeatureFilter);
+    }
     double Precision() const { return precision_; }
-    void setPrecision(double value);
-    double MinimumPrecision() const;
-    double MaximumPrecision() const;
+    void setPrecision(double value) { Store(precision_, value, PrecisionRange, SfPrecision); }
+    double MinimumPrecision() const { return PrecisionRange.minimum; }
+    double MaximumPrecision() const { return PrecisionRange.maximum; }
     // The stored object itself. A run needs it set.
     Vect2Ptr FeatureSize() const { return featureSize_; }
-    void setFeatureSize(Vect2Ptr value);
+    void setFeatureSize(Vect2Ptr value) {
+        RaiseIf(Private::StoreFeatureSize(featureSize_, std::move(value)), SfFeatureSize);
+    }
     bool ShowFeatures() const { return showFeatures_; }
-    void setShowFeatures(bool value);
+    void setShowFeatures(bool value) { StoreGraphicsSetting(showFeatures_, value, SfShowFeatures); }
     bool ShowModels() const { return showModels_; }
-    void setShowModels(bool value);
+    void setShowModels(bool value) { StoreGraphicsSetting(showModels_, value, SfShowModels); }
     std::shared_ptr<DLBlueModelReadOnlyCollection> Models() const { return models_; }
 
 private:
@@ -58,10 +64,19 @@ private:
     using DLToolRuntimeParams::DLToolRuntimeParams;
     DLBlueToolRuntimeParams() = default;
 
-    static Private::ParameterTable<DLBlueToolRuntimeParams> const& Parameters();
-    Private::ParameterSet<DLToolRuntimeParams> const& OwnParameters() const override;
+    static OwnParameterSet const& Parameters();
+    OwnParameterSet const& OwnParameters() const override { return Parameters(); }
 
-    template <class Archive> void serialize(Archive& archive, unsigned int version);
+    template <class Archive> void serialize(Archive& archive, unsigned int version) {
+        Private::ArchiveBelowRoot<DLToolRuntimeParams>(
+            archive, version, "DLBlueToolRuntimeParams::serialize()", this, samplingDensity_,
+            threshold_, featureFilter_, precision_, featureSize_, models_, showFeatures_,
+            showModels_);
+        if constexpr (Archive::is_loading::value)
+            AdoptModels();
+    }
+    // Loaded models learn their tool only once it is whole.
+    void AdoptModels();
 
     double samplingDensity_ = 0;
     double threshold_ = 0;

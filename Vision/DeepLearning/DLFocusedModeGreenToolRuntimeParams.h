@@ -19,15 +19,17 @@ public:
     TAVRIN_SHARED_FROM_THIS(DLFocusedModeGreenToolRuntimeParams)
 
     double SamplingDensity() const { return samplingDensity_; }
-    void setSamplingDensity(double value);
-    double MinimumSamplingDensity() const;
-    double MaximumSamplingDensity() const;
+    void setSamplingDensity(double value) {
+        Store(samplingDensity_, value, SamplingDensityRange, SfSamplingDensity);
+    }
+    double MinimumSamplingDensity() const { return SamplingDensityRange.minimum; }
+    double MaximumSamplingDensity() const { return SamplingDensityRange.maximum; }
     double Threshold() const { return threshold_; }
-    void setThreshold(double value);
-    double MinimumThreshold() const;
-    double MaximumThreshold() const;
+    void setThreshold(double value) { Store(threshold_, value, ThresholdRange, SfThreshold); }
+    double MinimumThreshold() const { return ThresholdRange.minimum; }
+    double MaximumThreshold() const { return ThresholdRange.maximum; }
     bool ShowGraphics() const { return showGraphics_; }
-    void setShowGraphics(bool value);
+    void setShowGraphics(bool value) { StoreGraphicsSetting(showGraphics_, value, SfShowGraphics); }
 
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
@@ -38,10 +40,14 @@ private:
     using DLToolRuntimeParams::DLToolRuntimeParams;
     DLFocusedModeGreenToolRuntimeParams() = default;
 
-    static Private::ParameterTable<DLFocusedModeGreenToolRuntimeParams> const& Parameters();
-    Private::ParameterSet<DLToolRuntimeParams> const& OwnParameters() const override;
+    static OwnParameterSet const& Parameters();
+    OwnParameterSet const& OwnParameters() const override { return Parameters(); }
 
-    template <class Archive> void serialize(Archive& archive, unsigned int version);
+    template <class Archive> void serialize(Archive& archive, unsigned int version) {
+        Private::ArchiveBelowRoot<DLToolRuntimeParams>(
+            archive, version, "DLFocusedModeGreenToolRuntimeParams::serialize()", this,
+            samplingDensity_, threshold_, showGraphics_);
+    }
 
     double samplingDensity_ = 0;
     double threshold_ = 0;

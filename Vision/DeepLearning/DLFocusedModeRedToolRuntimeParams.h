@@ -23,19 +23,21 @@ public:
     TAVRIN_SHARED_FROM_THIS(DLFocusedModeRedToolRuntimeParams)
 
     double SamplingDensity() const { return samplingDensity_; }
-    void setSamplingDensity(double value);
-    double MinimumSamplingDensity() const;
-    double MaximumSamplingDensity() const;
+    void setSamplingDensity(double value) {
+        Store(samplingDensity_, value, SamplingDensityRange, SfSamplingDensity);
+    }
+    double MinimumSamplingDensity() const { return SamplingDensityRange.minimum; }
+    double MaximumSamplingDensity() const { return SamplingDensityRange.maximum; }
     double UpperThreshold() const { return upperThreshold_; }
-    void setUpperThreshold(double value);
+    void setUpperThreshold(double value) { Store(upperThreshold_, value, SfUpperThreshold); }
     double LowerThreshold() const { return lowerThreshold_; }
-    void setLowerThreshold(double value);
+    void setLowerThreshold(double value) { Store(lowerThreshold_, value, SfLowerThreshold); }
     std::string RegionFilter() const { return regionFilter_; }
-    void setRegionFilter(std::string const& value);
+    void setRegionFilter(std::string const& value) { Store(regionFilter_, value, SfRegionFilter); }
     unsigned int Iterations() const { return iterations_; }
-    void setIterations(unsigned int value);
+    void setIterations(unsigned int value) { Store(iterations_, value, SfIterations); }
     bool ShowGraphics() const { return showGraphics_; }
-    void setShowGraphics(bool value);
+    void setShowGraphics(bool value) { StoreGraphicsSetting(showGraphics_, value, SfShowGraphics); }
 
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
@@ -46,10 +48,15 @@ private:
     using DLToolRuntimeParams::DLToolRuntimeParams;
     DLFocusedModeRedToolRuntimeParams() = default;
 
-    static Private::ParameterTable<DLFocusedModeRedToolRuntimeParams> const& Parameters();
-    Private::ParameterSet<DLToolRuntimeParams> const& OwnParameters() const override;
+    static OwnParameterSet const& Parameters();
+    OwnParameterSet const& OwnParameters() const override { return Parameters(); }
 
-    template <class Archive> void serialize(Archive& archive, unsigned int version);
+    template <class Archive> void serialize(Archive& archive, unsigned int version) {
+        Private::ArchiveBelowRoot<DLToolRuntimeParams>(
+            archive, version, "DLFocusedModeRedToolRuntimeParams::serialize()", this,
+            samplingDensity_, upperThreshold_, lowerThreshold_, regionFilter_, iterations_,
+            showGraphics_);
+    }
 
     double samplingDensity_ = 0;
     double upperThreshold_ = 0;

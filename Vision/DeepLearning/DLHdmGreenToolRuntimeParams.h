@@ -20,13 +20,15 @@ public:
     TAVRIN_SHARED_FROM_THIS(DLHdmGreenToolRuntimeParams)
 
     double Threshold() const { return threshold_; }
-    void setThreshold(double value);
-    double MinimumThreshold() const;
-    double MaximumThreshold() const;
+    void setThreshold(double value) {
+        RaiseIf(Private::StoreLaggingThreshold(threshold_, value, thresholdText_), SfThreshold);
+    }
+    double MinimumThreshold() const { return ThresholdRange.minimum; }
+    double MaximumThreshold() const { return ThresholdRange.maximum; }
     bool ShowGraphics() const { return showGraphics_; }
-    void setShowGraphics(bool value);
+    void setShowGraphics(bool value) { StoreGraphicsSetting(showGraphics_, value, SfShowGraphics); }
     bool GenerateHeatmap() const { return generateHeatmap_; }
-    void setGenerateHeatmap(bool value);
+    void setGenerateHeatmap(bool value) { Store(generateHeatmap_, value, SfGenerateHeatmap); }
 
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
@@ -37,10 +39,14 @@ private:
     using DLToolRuntimeParams::DLToolRuntimeParams;
     DLHdmGreenToolRuntimeParams() = default;
 
-    static Private::ParameterTable<DLHdmGreenToolRuntimeParams> const& Parameters();
-    Private::ParameterSet<DLToolRuntimeParams> const& OwnParameters() const override;
+    static OwnParameterSet const& Parameters();
+    OwnParameterSet const& OwnParameters() const override { return Parameters(); }
 
-    template <class Archive> void serialize(Archive& archive, unsigned int version);
+    template <class Archive> void serialize(Archive& archive, unsigned int version) {
+        Private::ArchiveBelowRoot<DLToolRuntimeParams>(
+            archive, version, "DLHdmGreenToolRuntimeParams::serialize()", this, threshold_,
+            thresholdText_, showGraphics_, generateHeatmap_);
+    }
 
     double threshold_ = 0;
     std::string thresholdText_;

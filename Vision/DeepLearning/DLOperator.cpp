@@ -155,8 +155,7 @@ void DLOperator::UpdateToolProperties(std::shared_ptr<DLToolRuntimeParams> saved
     if (!saved || !streams)
         return;
     for (auto const& stream : *streams) {
-        auto const access = GetEngineInstance();
-        auto const live = access->FindTool(*stream, saved->Id().c_str());
+        auto const live = GetEngineInstance()->FindTool(*stream, saved->Id().c_str());
         if (!live)
             continue;
         Private::ParameterTables::Restore(*live, *saved);

@@ -21,13 +21,21 @@ public:
     TAVRIN_SHARED_FROM_THIS(DLQuickRedToolRuntimeParams)
 
     double UpperThreshold() const { return upperThreshold_; }
-    void setUpperThreshold(double value);
+    void setUpperThreshold(double value) {
+        RaiseIf(
+            Private::StoreUpperThreshold(lowerThreshold_, upperThreshold_, value, thresholdText_),
+            SfUpperThreshold);
+    }
     double LowerThreshold() const { return lowerThreshold_; }
-    void setLowerThreshold(double value);
+    void setLowerThreshold(double value) {
+        RaiseIf(
+            Private::StoreLowerThreshold(lowerThreshold_, value, upperThreshold_, thresholdText_),
+            SfLowerThreshold);
+    }
     std::string RegionFilter() const { return regionFilter_; }
-    void setRegionFilter(std::string const& value);
+    void setRegionFilter(std::string const& value) { Store(regionFilter_, value, SfRegionFilter); }
     bool ShowGraphics() const { return showGraphics_; }
-    void setShowGraphics(bool value);
+    void setShowGraphics(bool value) { StoreGraphicsSetting(showGraphics_, value, SfShowGraphics); }
 
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
@@ -38,10 +46,14 @@ private:
     using DLToolRuntimeParams::DLToolRuntimeParams;
     DLQuickRedToolRuntimeParams() = default;
 
-    static Private::ParameterTable<DLQuickRedToolRuntimeParams> const& Parameters();
-    Private::ParameterSet<DLToolRuntimeParams> const& OwnParameters() const override;
+    static OwnParameterSet const& Parameters();
+    OwnParameterSet const& OwnParameters() const override { return Parameters(); }
 
-    template <class Archive> void serialize(Archive& archive, unsigned int version);
+    template <class Archive> void serialize(Archive& archive, unsigned int version) {
+        Private::ArchiveBelowRoot<DLToolRuntimeParams>(
+            archive, version, "DLQuickRedToolRuntimeParams::serialize()", this, upperThreshold_,
+            lowerThreshold_, regionFilter_, showGraphics_, thresholdText_);
+    }
 
     double upperThreshold_ = 0;
     double lowerThreshold_ = 0;

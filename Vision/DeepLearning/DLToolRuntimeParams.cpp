@@ -6,8 +6,6 @@
 
 namespace Tavrin::Vision::DeepLearning {
 
-using Private::StoreIfChanged;
-
 DLToolRuntimeParams::DLToolRuntimeParams(
     ObjectCreateAccessToken const&, std::shared_ptr<DLStream> stream, std::string name,
     std::string id, std::string type, std::string status,
@@ -26,16 +24,6 @@ DLToolRuntimeParams::DLToolRuntimeParams() = default;
 
 DLToolRuntimeParams::~DLToolRuntimeParams() = default;
 
-void DLToolRuntimeParams::setShowRegion(bool value) {
-    if (StoreIfChanged(showRegion_, value))
-        OnChanged_(SfShowRegion | SfGraphicsSettings);
-}
-
-void DLToolRuntimeParams::setAddImageRecords(bool value) {
-    if (StoreIfChanged(addImageRecords_, value))
-        OnChanged_(SfAddImageRecords);
-}
-
 void DLToolRuntimeParams::ApplyRuntimeParameters() {
     Private::ParameterTables::Push(*this);
 }
@@ -44,16 +32,12 @@ void DLToolRuntimeParams::FinalConstruct() {
     Private::ParameterTables::Read(*this);
 }
 
-Private::ParameterTable<DLToolRuntimeParams> const& DLToolRuntimeParams::Parameters() {
+Private::ParameterSet<DLToolRuntimeParams> const& DLToolRuntimeParams::Parameters() {
     using C = DLToolRuntimeParams;
     static auto const table = Private::MakeParameterTable<C>(
         Private::Setting("ShowRegion", &C::ShowRegion, &C::setShowRegion),
         Private::Setting("AddImageRecords", &C::AddImageRecords, &C::setAddImageRecords));
     return table;
-}
-
-Private::ParameterSet<DLToolRuntimeParams> const& DLToolRuntimeParams::OwnParameters() const {
-    return Parameters();
 }
 
 void DLToolRuntimeParams::setParent(std::shared_ptr<DLToolRuntimeParams> const& parent) {

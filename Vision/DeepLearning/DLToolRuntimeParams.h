@@ -5,6 +5,7 @@
 
 #include <Vision/Core/Archive.h>
 #include <Vision/Core/ChangedEvent.h>
+#include <Vision/DeepLearning/Implementation/ParameterRules.h>
 
 namespace Tavrin::Vision::DeepLearning {
 
@@ -14,14 +15,13 @@ class DLToolRuntimeParamsReadOnlyCollection;
 namespace Private {
 class DeepLearningAccess;
 template <class Root> class ParameterSet;
-template <class Owner> class ParameterTable;
 struct ParameterTables;
 } // namespace Private
 
 // The runtime parameters of one engine tool, mirrored as typed fields: read from the engine
 // once when built, edited freely, written back at the start of every run. Tools form a tree
 // that hangs from a stream; the tree owns downward only.
-class DLToolRuntimeParams : public virtual ChangedEventShareableBase {
+class DLToolRuntimeParams : public Private::ParameterSetters {
 public:
     static constexpr long long sf0_ = ChangedEventShareableBase::sfNextSf_;
     // No property behind it: or-ed into a flag word, it says that only drawing is affected.
@@ -51,9 +51,9 @@ public:
     std::shared_ptr<DLStream> Stream() const { return stream_.lock(); }
 
     bool ShowRegion() const { return showRegion_; }
-    void setShowRegion(bool value);
+    void setShowRegion(bool value) { StoreGraphicsSetting(showRegion_, value, SfShowRegion); }
     bool AddImageRecords() const { return addImageRecords_; }
-    void setAddImageRecords(bool value);
+    void setAddImageRecords(bool value) { Store(addImageRecords_, value, SfAddImageRecords); }
 
     // Writes every engine-backed field; reached through the access object only.
     virtual void ApplyRuntimeParameters();
@@ -61,7 +61,15 @@ public:
     virtual void FinalConstruct();
 
 protected:
+    // A subclass's table as the root walks it.
+    using OwnParameterSet = Private::ParameterSet<DLToolRuntimeParams>;
+
     DLToolRuntimeParams();
+
+    // A setting that only changes the drawing raises the graphics flag besides its own.
+    void StoreGraphicsSetting(bool& field, bool value, long long flag) {
+        Store(field, value, flag | SfGraphicsSettings);
+    }
 
 private:
     TAVRIN_OBJECT_FACTORY_ACCESS
@@ -71,8 +79,8 @@ private:
     friend struct Private::ParameterTables;
 
     // The settings of every tool; each subclass states its own table and returns it here.
-    static Private::ParameterTable<DLToolRuntimeParams> const& Parameters();
-    virtual Private::ParameterSet<DLToolRuntimeParams> const& OwnParameters() const;
+    static OwnParameterSet const& Parameters();
+    virtual OwnParameterSet const& OwnParameters() const { return Parameters(); }
 
     void setParent(std::shared_ptr<DLToolRuntimeParams> const& parent);
     void setStream(std::shared_ptr<DLStream> const& stream);
