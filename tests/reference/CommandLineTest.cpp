@@ -480,8 +480,8 @@ TEST(CommandLine, EvalMeasuresEachStreamAgainstTheFileNames) {
          "stream read, tool reader (blue_read): reading of ",
          "exact",
          {},
-         {{"exact_rate", 0.85}},
-         {{"character_error_rate", 0.04}}},
+         {{"exact_rate", 0.88}},
+         {{"character_error_rate", 0.035}}},
     };
     for (const auto& c : cases) {
         const fs::path out = Scratch(std::string("eval-") + c.kind);
