@@ -54,7 +54,7 @@ TEST(ReferenceDeskewing, ASlantedStrokeStandsUpAboutItsCentre) {
 TEST(ReferenceClassifier, ReadsSlantedDigitsAsTheUprightOnes) {
     const SupportVectorClassifier classifier(GreenClassifier(), 1);
     for (int digit = 0; digit < 10; ++digit) {
-        const cv::Mat image = TrainedExample().Grey("green", std::to_string(digit) + "_0000.png");
+        const cv::Mat image = TrainedExample().Grey("green", std::to_string(digit) + "_0001.png");
         const std::size_t upright = Best(classifier.Scores(image));
         for (double skew : {-0.4, 0.4})
             EXPECT_EQ(Best(classifier.Scores(Sheared(image, skew))), upright)
@@ -93,8 +93,9 @@ TEST(ReferenceClassifier, AMachineForOtherFeaturesIsTrainedAnewFromTheSamples) {
     stale.machine = cv::ml::SVM::create();
     stale.machine->setC(trained.machine->getC());
     stale.machine->setGamma(trained.machine->getGamma());
-    stale.machine->train(cv::Mat(cv::Mat_<float>(2, 3) << 0, 0, 0, 1, 1, 1), cv::ml::ROW_SAMPLE,
-                         cv::Mat(cv::Mat_<int>(2, 1) << 0, 1));
+    const cv::Mat features = (cv::Mat_<float>(2, 3) << 0, 0, 0, 1, 1, 1);
+    const cv::Mat labels = (cv::Mat_<int>(2, 1) << 0, 1);
+    stale.machine->train(features, cv::ml::ROW_SAMPLE, labels);
     const SupportVectorClassifier retrained(stale, 1), current(trained, 1);
     for (int digit = 0; digit < 10; ++digit) {
         const cv::Mat image = TrainedExample().Grey("green", std::to_string(digit) + "_0001.png");
