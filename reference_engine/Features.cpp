@@ -11,7 +11,7 @@
 namespace KeloReference {
 namespace {
 
-const int GridCells = 4;
+const int GridCells = 5;
 const int Orientations = 9;
 const float SpreadFloor = 8.0f;      // grey levels
 const double AnomalyBlurSigma = 1.5; // pixels of the model's size
@@ -23,9 +23,9 @@ const int MinimumPartPixels = 4;
 // length that they are scaled to (the histograms' is 1), chosen by cross-validation.
 const cv::Size GreySize(20, 20);
 const double GreyWeight = 0.5;
-// The slope of a pair's probability against the machine's decision value: 1 / (1 + exp(-6 d)).
+// The slope of a pair's probability against the machine's decision value: 1 / (1 + exp(-8 d)).
 // Chosen by the least cross-validated log loss on the example's training digits.
-const double PairSlope = 6;
+const double PairSlope = 8;
 
 cv::Mat Smoothed(const cv::Mat& grey, cv::Size size) {
     cv::Mat resized;
@@ -34,6 +34,41 @@ cv::Mat Smoothed(const cv::Mat& grey, cv::Size size) {
     resized.convertTo(smooth, CV_32F);
     cv::GaussianBlur(smooth, smooth, cv::Size(), AnomalyBlurSigma);
     return smooth;
+}
+
+// Two neighbouring bins and the share of a value that each takes.
+struct Shares {
+    int index[2];
+    float share[2];
+};
+
+// A gradient is shared between the two orientations whose centres lie nearest, so that one near
+// a boundary does not jump from one to the other.
+Shares OrientationShares(float angle) {
+    const float position =
+        std::fmod(angle, static_cast<float>(CV_PI)) / static_cast<float>(CV_PI) * Orientations -
+        0.5f;
+    const float lower = std::floor(position);
+    const int bin = (static_cast<int>(lower) + Orientations) % Orientations;
+    return {{bin, (bin + 1) % Orientations}, {1 - (position - lower), position - lower}};
+}
+
+// A pixel is shared between the two cells whose centres lie nearest along one axis, so that a
+// stroke a pixel off does not move from one cell to the next (past the outer centres, one of the
+// two lies outside the grid).
+Shares CellShares(int pixel, int cellSide) {
+    const float position = (static_cast<float>(pixel) + 0.5f) / static_cast<float>(cellSide) - 0.5f;
+    const float lower = std::floor(position);
+    const int cell = static_cast<int>(lower);
+    return {{cell, cell + 1}, {1 - (position - lower), position - lower}};
+}
+
+void AddToCell(cv::Mat& cells, int row, int column, const Shares& orientations, float weight) {
+    if (row < 0 || column < 0 || row >= GridCells || column >= GridCells)
+        return;
+    float* cell = cells.ptr<float>(row * GridCells + column);
+    for (int bin = 0; bin < 2; ++bin)
+        cell[orientations.index[bin]] += weight * orientations.share[bin];
 }
 
 cv::Mat TrainingFeatures(const Classifier& classifier, double density) {
@@ -110,18 +145,14 @@ cv::Mat GradientHistogram(const cv::Mat& sample, double density) {
     cv::cartToPolar(dx, dy, magnitude, angle);
     cv::Mat cells = cv::Mat::zeros(GridCells * GridCells, Orientations, CV_32F);
     for (int y = 0; y < resized.rows; ++y) {
+        const Shares rows = CellShares(y, cellSide);
         for (int x = 0; x < resized.cols; ++x) {
-            // Shared between the two orientations whose centres lie nearest, so that a gradient
-            // near a boundary does not jump from one to the other.
-            const float position = std::fmod(angle.at<float>(y, x), static_cast<float>(CV_PI)) /
-                                       static_cast<float>(CV_PI) * Orientations -
-                                   0.5f;
-            const float lower = std::floor(position);
-            const float share = position - lower;
-            const int bin = (static_cast<int>(lower) + Orientations) % Orientations;
-            float* cell = cells.ptr<float>((y / cellSide) * GridCells + x / cellSide);
-            cell[bin] += magnitude.at<float>(y, x) * (1 - share);
-            cell[(bin + 1) % Orientations] += magnitude.at<float>(y, x) * share;
+            const Shares columns = CellShares(x, cellSide);
+            const Shares orientations = OrientationShares(angle.at<float>(y, x));
+            for (int row = 0; row < 2; ++row)
+                for (int column = 0; column < 2; ++column)
+                    AddToCell(cells, rows.index[row], columns.index[column], orientations,
+                              magnitude.at<float>(y, x) * rows.share[row] * columns.share[column]);
         }
     }
     // Blocks normalised apart weigh strokes of faint and strong ink alike; the square root tames
@@ -173,14 +204,14 @@ SupportVectorClassifier::SupportVectorClassifier(const Classifier& classifier, d
     , classCount_(classifier.classes.size()) {
     if (classifier.samples.empty() || !classifier.machine)
         throw Failure(StatusComputeFailure, "the tool has no trained classifier");
-    const cv::Ptr<cv::ml::SVM> machine =
-        density == 1 ? classifier.machine
-                     : TrainMachine(classifier, density,
-                                    {classifier.machine->getC(), classifier.machine->getGamma()});
+    // A file's machine takes the features of density 1 as they were when it was trained; one
+    // that cannot take these features is trained anew from the samples, with its settings.
     const int featureLength = SampleFeature(cv::Mat::zeros(8, 8, CV_8U), density).cols;
-    if (machine->getVarCount() != featureLength)
-        throw Failure(StatusComputeFailure, "the tool's classifier does not take features of " +
-                                                std::to_string(featureLength) + " values");
+    const cv::Ptr<cv::ml::SVM> machine =
+        density == 1 && classifier.machine->getVarCount() == featureLength
+            ? classifier.machine
+            : TrainMachine(classifier, density,
+                           {classifier.machine->getC(), classifier.machine->getGamma()});
     machineClasses_ = LabelsPresent(classifier);
     supportVectors_ = machine->getSupportVectors();
     cv::reduce(supportVectors_.mul(supportVectors_), supportNorms_, 1, cv::REDUCE_SUM);

@@ -35,10 +35,11 @@ cv::Mat PartSample(const Ink& ink, const cv::Rect& box, cv::Size sampleSize);
 cv::Mat UprightShear(const cv::Mat& image);
 cv::Mat Upright(const cv::Mat& image);
 
-// Histograms of oriented gradients over a 4 by 4 grid of cells, 9 unsigned orientations each
-// with every gradient shared between its two nearest orientations; each block of 2 by 2 cells is
-// square-rooted and L2-normalised, and the nine blocks together scaled to length 1: one CV_32F
-// row. The density scales the resolution at which gradients are taken.
+// Histograms of oriented gradients over a 5 by 5 grid of cells, 9 unsigned orientations each;
+// every gradient is shared between its two nearest orientations and, by position, between its
+// four nearest cells. Each block of 2 by 2 cells is square-rooted and L2-normalised, and the
+// sixteen blocks together scaled to length 1: one CV_32F row. The density scales the resolution
+// at which gradients are taken (cells of 5 × density pixels).
 cv::Mat GradientHistogram(const cv::Mat& sample, double density);
 
 // The feature that classifiers compare, from the sample set upright: its gradient histograms and
@@ -57,8 +58,9 @@ struct MachineSettings {
 cv::Ptr<cv::ml::SVM> TrainMachine(const Classifier& classifier, double density,
                                   const MachineSettings& settings);
 
-// Classifies samples with the classifier's machine where it was trained at this density, and with
-// one trained at this density, with the same settings, otherwise.
+// Classifies samples with the classifier's machine where it takes the features of this density,
+// and with one trained on them from the samples, with the same settings, otherwise (another
+// density, or a file written before the features changed).
 class SupportVectorClassifier {
 public:
     SupportVectorClassifier(const Classifier& classifier, double density);

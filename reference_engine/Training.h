@@ -15,7 +15,7 @@ struct TrainingOptions {
     std::string blueType = "blue_read";
     cv::Size sampleSize{20, 20};
     // C and gamma, chosen by five-fold cross-validation on the example's training digits.
-    MachineSettings machine{4, 1};
+    MachineSettings machine{4, 2};
 };
 
 // Trains a workspace from a folder of labelled images, one stream per kind found:

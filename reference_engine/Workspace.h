@@ -24,8 +24,9 @@ struct AnomalyModel {
 
 // A classifier's training samples and the support vector machine trained on them. Samples are
 // normalised grey images of sampleSize, one per row (CV_8U); labels index classes (CV_32S, one
-// column). The machine takes the samples' features at sampling density 1; a file without it
-// has one trained when the classifier is first used.
+// column). The machine takes the samples' features at sampling density 1; one that takes
+// features of another form is replaced by one trained from the samples when the classifier is
+// first used.
 struct Classifier {
     cv::Size sampleSize;
     std::vector<std::string> classes;

@@ -70,15 +70,15 @@ TEST_F(ReferenceEndToEnd, RedMarksTheAnomalyUntilTheUpperThresholdPassesIt) {
 TEST_F(ReferenceEndToEnd, GreenNamesTheDigitAndAHigherThresholdDropsUnsureTags) {
     auto tool = Select<DLFocusedModeGreenToolRuntimeParams>("classify");
     ASSERT_TRUE(tool);
-    const auto green = Run("green", "5_0000.png")->ResultGreen();
-    EXPECT_EQ(green->BestTag()->Name(), "5");
+    const auto green = Run("green", "7_0016.png")->ResultGreen();
+    EXPECT_EQ(green->BestTag()->Name(), "7");
     ASSERT_EQ(green->Tags()->Count(), 2);
     EXPECT_DOUBLE_EQ(green->Uncertainty(), 1 - green->BestTag()->Score());
 
     tool->setThreshold(0.5);
-    const auto sure = Run("green", "5_0000.png")->ResultGreen();
+    const auto sure = Run("green", "7_0016.png")->ResultGreen();
     ASSERT_EQ(sure->Tags()->Count(), 1);
-    EXPECT_EQ(sure->Tags()->Item(0)->Name(), "5");
+    EXPECT_EQ(sure->Tags()->Item(0)->Name(), "7");
     EXPECT_DOUBLE_EQ(sure->Threshold(), 0.5);
 }
 
@@ -94,7 +94,7 @@ TEST_F(ReferenceEndToEnd, BlueReadsTheRowAndAHigherThresholdLeavesItUnread) {
     EXPECT_EQ(read->MatchString(), "82419");
     EXPECT_EQ(read->Features()->Count(), 5);
 
-    tool->setThreshold(0.7);
+    tool->setThreshold(0.9);
     const auto strict = Run("blue", "82419_0190.png")->ResultBlue();
     EXPECT_EQ(strict->Features()->Count(), 4);
     for (const auto& match : *strict->Matches())
