@@ -41,7 +41,7 @@ public:
     virtual void ApplyRuntimeParameters();
 
 protected:
-    // A subclass's table as the root walks it.
+    // The table of this class or of a subclass, as the root walks it.
     using OwnParameterSet = Private::ParameterSet<DLBlueModel>;
 
     DLBlueModel(ObjectCreateAccessToken const&, std::shared_ptr<DLToolRuntimeParams> tool,

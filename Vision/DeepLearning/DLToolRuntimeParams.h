@@ -61,7 +61,7 @@ public:
     virtual void FinalConstruct();
 
 protected:
-    // A subclass's table as the root walks it.
+    // The table of this class or of a subclass, as the root walks it.
     using OwnParameterSet = Private::ParameterSet<DLToolRuntimeParams>;
 
     DLToolRuntimeParams();
