@@ -4,6 +4,8 @@
 #include "Parameters.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <chrono>
 #include <map>
 #include <numeric>
@@ -20,8 +22,12 @@ using Clock = std::chrono::steady_clock;
 
 const char* const Identity = "1,0,0,1,0,0";
 
+// The fewest digits that read back as the same double: rounding would tie scores near 1 that the
+// computation tells apart, and rankings of them would lose their order.
 std::string Number(double value) {
-    return cv::format("%.6g", value);
+    std::array<char, 32> text;
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+    return std::string(text.data(), end);
 }
 
 std::string PointText(cv::Point2d point) {
