@@ -37,7 +37,7 @@ std::shared_ptr<DeepLearningAccess> EngineParameters::Access() {
     return DeepLearningAccess::Instance();
 }
 
-std::shared_ptr<Vect2> FeatureSizeText::Parse(char const* text) {
+std::shared_ptr<Vect2> EngineText<std::shared_ptr<Vect2>>::Parse(char const* text) {
     return DeepLearningAccess::ParseVector2(text, FeatureSizeDelimiter);
 }
 

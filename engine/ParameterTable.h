@@ -41,24 +41,25 @@ struct EngineParameters {
     static std::shared_ptr<DeepLearningAccess> Access();
 };
 
-// The text forms of engine values.
-struct RealText {
+// The text in which the engine keeps a value, by the value's type: integers unless specialised.
+template <class Value> struct EngineText {
+    static_assert(std::is_integral_v<Value>, "the engine keeps no text of this type");
+    static Value Parse(char const* text) { return static_cast<Value>(ParseInteger(text)); }
+    static std::string Format(Value value) { return FormatInteger(value); }
+};
+template <> struct EngineText<double> {
     static double Parse(char const* text) { return ParseReal(text); }
     static std::string Format(double value) { return FormatReal(value); }
 };
-template <class Integer> struct IntegerText {
-    static Integer Parse(char const* text) { return static_cast<Integer>(ParseInteger(text)); }
-    static std::string Format(Integer value) { return FormatInteger(value); }
-};
-struct BoolText {
+template <> struct EngineText<bool> {
     static bool Parse(char const* text) { return ParseBool(text); }
     static std::string Format(bool value) { return FormatBool(value); }
 };
-struct PlainText {
+template <> struct EngineText<std::string> {
     static std::string Parse(char const* text) { return text; }
     static std::string Format(std::string const& value) { return value; }
 };
-struct FeatureSizeText {
+template <> struct EngineText<std::shared_ptr<Vect2>> {
     static std::shared_ptr<Vect2> Parse(char const* text);
     static std::string Format(std::shared_ptr<Vect2> const& value) {
         return FormatFeatureSize(*value);
@@ -127,9 +128,10 @@ template <class C, class Value, class Text, class Setter> struct ValueRow {
 };
 
 // An engine-backed value.
-template <class Text, class C, class Value, class Setter>
-ValueRow<C, Value, Text, Setter> Engine(char const* name, char const* path, Value C::*field,
-                                        Value (C::*getter)() const, Setter setter) {
+template <class C, class Value, class Setter>
+ValueRow<C, Value, EngineText<Value>, Setter> Engine(char const* name, char const* path,
+                                                     Value C::*field, Value (C::*getter)() const,
+                                                     Setter setter) {
     return {name, path, field, getter, setter};
 }
 

@@ -31,8 +31,8 @@ void DLBlueModel::ApplyRuntimeParameters() {
 
 ParameterSet<DLBlueModel> const& DLBlueModel::Parameters() {
     using C = DLBlueModel;
-    static auto const table = MakeParameterTable<C>(Engine<BoolText>(
-        "Enable", ParameterPaths::ModelEnable, &C::enable_, &C::Enable, &C::setEnable));
+    static auto const table = MakeParameterTable<C>(
+        Engine("Enable", ParameterPaths::ModelEnable, &C::enable_, &C::Enable, &C::setEnable));
     return table;
 }
 

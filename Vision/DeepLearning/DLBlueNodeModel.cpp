@@ -8,10 +8,10 @@ using namespace Private;
 
 ParameterSet<DLBlueModel> const& DLBlueNodeModel::Parameters() {
     using C = DLBlueNodeModel;
-    static auto const table = MakeParameterTable<C>(
-        SiblingRows::ModelThreshold<C>(),
-        Engine<IntegerText<int>>("Occurrences", ParameterPaths::NodeOccurrences, &C::occurrences_,
-                                 &C::Occurrences, &C::setOccurrences));
+    static auto const table =
+        MakeParameterTable<C>(SiblingRows::ModelThreshold<C>(),
+                              Engine("Occurrences", ParameterPaths::NodeOccurrences,
+                                     &C::occurrences_, &C::Occurrences, &C::setOccurrences));
     return table;
 }
 

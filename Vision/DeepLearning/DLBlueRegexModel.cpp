@@ -10,8 +10,8 @@ ParameterSet<DLBlueModel> const& DLBlueRegexModel::Parameters() {
     using C = DLBlueRegexModel;
     static auto const table = MakeParameterTable<C>(
         SiblingRows::ModelThreshold<C>(),
-        Engine<PlainText>("RegexExpression", ParameterPaths::RegexExpression, &C::regexExpression_,
-                          &C::RegexExpression, &C::setRegexExpression));
+        Engine("RegexExpression", ParameterPaths::RegexExpression, &C::regexExpression_,
+               &C::RegexExpression, &C::setRegexExpression));
     return table;
 }
 

@@ -16,10 +16,10 @@ void DLBlueStringModel::setMinimumLength(int value) {
 
 ParameterSet<DLBlueModel> const& DLBlueStringModel::Parameters() {
     using C = DLBlueStringModel;
-    static auto const table = MakeParameterTable<C>(
-        SiblingRows::ModelThreshold<C>(),
-        Engine<IntegerText<int>>("MinimumLength", ParameterPaths::StringMinimumLength,
-                                 &C::minimumLength_, &C::MinimumLength, &C::setMinimumLength));
+    static auto const table =
+        MakeParameterTable<C>(SiblingRows::ModelThreshold<C>(),
+                              Engine("MinimumLength", ParameterPaths::StringMinimumLength,
+                                     &C::minimumLength_, &C::MinimumLength, &C::setMinimumLength));
     return table;
 }
 

@@ -8,15 +8,15 @@ using namespace Private;
 
 ParameterSet<DLToolRuntimeParams> const& DLFocusedModeRedToolRuntimeParams::Parameters() {
     using C = DLFocusedModeRedToolRuntimeParams;
-    static auto const table = MakeParameterTable<C>(
-        SiblingRows::SamplingDensity<C>(),
-        ThresholdPair(ParameterPaths::FocusedRedThreshold, &C::lowerThreshold_,
-                      &C::upperThreshold_),
-        Engine<PlainText>("RegionFilter", ParameterPaths::FocusedRedRegionFilter, &C::regionFilter_,
-                          &C::RegionFilter, &C::setRegionFilter),
-        Engine<IntegerText<unsigned int>>("Iterations", ParameterPaths::FocusedRedIterations,
-                                          &C::iterations_, &C::Iterations, &C::setIterations),
-        SiblingRows::ShowGraphics<C>());
+    static auto const table =
+        MakeParameterTable<C>(SiblingRows::SamplingDensity<C>(),
+                              ThresholdPair(ParameterPaths::FocusedRedThreshold,
+                                            &C::lowerThreshold_, &C::upperThreshold_),
+                              Engine("RegionFilter", ParameterPaths::FocusedRedRegionFilter,
+                                     &C::regionFilter_, &C::RegionFilter, &C::setRegionFilter),
+                              Engine("Iterations", ParameterPaths::FocusedRedIterations,
+                                     &C::iterations_, &C::Iterations, &C::setIterations),
+                              SiblingRows::ShowGraphics<C>());
     return table;
 }
 

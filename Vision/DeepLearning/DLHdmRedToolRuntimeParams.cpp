@@ -10,9 +10,8 @@ ParameterSet<DLToolRuntimeParams> const& DLHdmRedToolRuntimeParams::Parameters()
     using C = DLHdmRedToolRuntimeParams;
     static auto const table = MakeParameterTable<C>(
         SiblingRows::RedKeepingText<C>(),
-        Engine<IntegerText<int>>("DownsamplingSize", ParameterPaths::RedDownsamplingSize,
-                                 &C::downsamplingSize_, &C::DownsamplingSize,
-                                 &C::setDownsamplingSize),
+        Engine("DownsamplingSize", ParameterPaths::RedDownsamplingSize, &C::downsamplingSize_,
+               &C::DownsamplingSize, &C::setDownsamplingSize),
         SiblingRows::ShowGraphics<C>());
     return table;
 }
